@@ -1,0 +1,8 @@
+#include "app/frame.h"
+
+IFrame::IFrame(QWidget* parent)
+    : QWidget(parent)
+{
+}
+
+IFrame::~IFrame() = default;
