@@ -54,9 +54,10 @@ unsigned long stoul(const std::string& text)
     if (negative && std::strchr("0123456789", magnitudeText.c_str()[0]) == nullptr) {
         failInvalid("stoul");
     }
-    const unsigned long long magnitude = convert<unsigned long long>(
-        "stoul", magnitudeText,
-        [](const char* begin, char** end) { return std::strtoull(begin, end, 10); });
+    const unsigned long long magnitude =
+        convert<unsigned long long>("stoul", magnitudeText, [](const char* begin, char** end) {
+            return std::strtoull(begin, end, 10);
+        });
     if (magnitude > std::numeric_limits<unsigned int>::max()) {
         failRange("stoul");
     }

@@ -10,8 +10,7 @@ class CAppSettings
 {
 public:
     /// Selectors of the stored values.
-    enum Selector
-    {
+    enum Selector {
         RootPath = 0,            ///< the deck's folder with a trailing "/"
         ZEKPath = 1,             ///< the deck's path
         AdditionalFilesPath = 2, ///< paths joined by ";"

@@ -47,14 +47,14 @@ auto tied(const CShapeForce& force)
 auto tied(const CExternalForces& forces)
 {
     return std::tie(forces.m_ganserDrag, forces.m_haiderLevenspielDrag, forces.m_magnusLift,
-                    forces.m_morsiAlexanderDrag, forces.m_saffmanLift,
-                    forces.m_schillerNaumannDrag, forces.m_temperatureUpdate);
+                    forces.m_morsiAlexanderDrag, forces.m_saffmanLift, forces.m_schillerNaumannDrag,
+                    forces.m_temperatureUpdate);
 }
 
 auto tied(const CCreatorData& data)
 {
-    return std::tie(data.m_sName, data.m_interactions, data.m_externalForces,
-                    data.m_surfaceSurface, data.m_surfaceGeometry);
+    return std::tie(data.m_sName, data.m_interactions, data.m_externalForces, data.m_surfaceSurface,
+                    data.m_surfaceGeometry);
 }
 
 } // namespace

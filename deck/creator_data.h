@@ -99,7 +99,7 @@ struct CCreatorData
     CCreatorData() = default;
     explicit CCreatorData(std::string name);
 
-    std::string m_sName; ///< the deck's file name without ".zek"
+    std::string m_sName;      ///< the deck's file name without ".zek"
     TripleMap m_interactions; ///< restitution, static friction, rolling friction
     CSurfaceSurfaceModels m_surfaceSurface;
     CSurfaceGeometryModels m_surfaceGeometry;

@@ -55,8 +55,8 @@ void initialise()
     Creator = iconOf(QStringLiteral(":/Tarnel/Creator"));
     Analyst = iconOf(QStringLiteral(":/Tarnel/Analyst"));
     // The small path names no resource: the icon lives on its 32-pixel image alone.
-    Simulator = iconOf(QStringLiteral(":/Tarnel/Simulator_6"),
-                       QStringLiteral(":/Tarnel/Simulator_32"));
+    Simulator =
+        iconOf(QStringLiteral(":/Tarnel/Simulator_6"), QStringLiteral(":/Tarnel/Simulator_32"));
     Checkmark = iconOf(QStringLiteral(":/Tarnel/Checkmark"));
     Results = iconOf(QStringLiteral(":/Tarnel/Results"));
     PreSim = iconOf(QStringLiteral(":/Tarnel/PreSim"));
