@@ -1,0 +1,87 @@
+#include "jobs/batch_file.h"
+
+#include "app/constants/file_names.h"
+#include "jobs/case_commands.h"
+#include "jobs/command_dialect.h"
+#include "platform/interpreter.h"
+
+#include <filesystem>
+#include <fstream>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+std::string batchLine(const CaseCommands& commands)
+{
+    std::string line;
+    if (!commands.m_sCoupling.empty()) {
+        line = "start " + FileNames::CommandInterpreter + " /k " + commands.m_sCoupling + "\n\r";
+    }
+    return line + commands.m_sSimulator + commands.m_sPython + "\n";
+}
+
+/// The server runs beside its case and ends with it: the next one may want the same port.
+std::string shellLines(const CaseCommands& commands)
+{
+    const std::string run = commands.m_sSimulator + commands.m_sPython + "\n";
+    if (commands.m_sCoupling.empty()) {
+        return run;
+    }
+    return commands.m_sCoupling + " & server=$!\n" + run + "kill \"$server\" 2>/dev/null\n";
+}
+
+std::string shellPreparation(const CommandContext& context)
+{
+    std::string text = "#!/bin/sh\n"
+                       "# Runs all cases, one after the other, from wherever this folder stands.\n"
+                       "cd \"$(dirname \"$0\")\" || exit 1\n";
+    if (context.m_postProcessing.first == 2) {
+        text += context.m_dialect->preparation + "\n" +
+                "command -v python >/dev/null 2>&1 || python() { python3 \"$@\"; }\n";
+    }
+    return text;
+}
+
+void writeBytes(const fs::path& path, const std::string& text)
+{
+    std::ofstream stream(path, std::ios::binary);
+    stream << text;
+}
+
+void writeShellScript(const fs::path& path)
+{
+    writeBytes(path, shellScriptText(distributedContext(shellDialect())));
+    std::error_code ignored;
+    fs::permissions(path, fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec,
+                    fs::perm_options::add, ignored);
+}
+
+} // namespace
+
+std::string batchFileText(const std::vector<CaseCommands>& commands)
+{
+    std::string text;
+    for (std::size_t number = 0; number + 1 < commands.size(); ++number) {
+        text += batchLine(commands[number]);
+    }
+    return text;
+}
+
+std::string shellScriptText(const CommandContext& context)
+{
+    std::string text = shellPreparation(context);
+    for (std::size_t number = 0; number + 1 < context.m_recordCount; ++number) {
+        text += shellLines(composeCommands(context, number));
+    }
+    return text;
+}
+
+void writeBatchFiles(const std::string& caseRoot, const std::vector<CaseCommands>& commands)
+{
+    const std::string stem = caseRoot + "/" + FileNames::BatchFileStem;
+    writeBytes(stem + FileNames::BatchExtension, batchFileText(commands));
+    if (!platform::speaksBatch()) {
+        writeShellScript(stem + ".sh");
+    }
+}

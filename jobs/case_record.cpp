@@ -1,0 +1,190 @@
+#include "jobs/case_record.h"
+
+#include "app/constants/messages.h"
+#include "app/message_box.h"
+#include "jobs/heading_scheme.h"
+
+#include <iostream>
+#include <tuple>
+#include <vector>
+
+namespace {
+
+using Labels = std::vector<std::string>;
+
+class HeadingWriter
+{
+public:
+    template <class Map>
+    void keyed(const Map& deck, const Map&, const Labels& labels)
+    {
+        for (const auto& element : deck) {
+            for (const std::string& label : labels) {
+                write(element.first + " " + label);
+            }
+        }
+    }
+
+    template <class Value>
+    void tagged(const CTaggedValue<Value>&, const CTaggedValue<Value>&, const std::string& label,
+                const std::string& headingTag)
+    {
+        if (!headingTag.empty()) {
+            write(label);
+        }
+    }
+
+    void shapeForce(const CShapeForce& deck, const CShapeForce& record)
+    {
+        if (!deck.m_sName.empty()) {
+            for (const auto& factor : deck.m_shapeFactors) {
+                write(deck.m_sName + " " + factor.first + " " + ParameterCatalogue::Spherocity);
+            }
+        }
+        force(deck, record);
+    }
+
+    void force(const CForce& deck, const CForce&)
+    {
+        namespace Names = ParameterCatalogue;
+        if (deck.m_sName.empty()) {
+            return;
+        }
+        for (const std::string& label :
+             {Names::Density, Names::Viscosity, Names::Scale, Names::SteadyVelocityX,
+              Names::SteadyVelocityY, Names::SteadyVelocityZ, Names::UsingSteadyVelocity}) {
+            write(deck.m_sName + " " + label);
+        }
+    }
+
+    const std::string& text() const { return m_text; }
+
+private:
+    void write(const std::string& heading) { m_text += heading + ","; }
+
+    std::string m_text;
+};
+
+/// Takes the values of a case from the front of its row.
+class SlotFiller
+{
+public:
+    explicit SlotFiller(const CaseRow& row)
+        : m_row(row)
+    {
+    }
+
+    template <class Map>
+    void keyed(const Map& deck, Map& record, const Labels&)
+    {
+        for (const auto& [key, values] : deck) {
+            auto taken = values;
+            take(taken);
+            record.emplace_hint(record.end(), key, taken);
+        }
+    }
+
+    template <class Value>
+    void tagged(const CTaggedValue<Value>& deck, CTaggedValue<Value>& record, const std::string&,
+                const std::string&)
+    {
+        if (!deck.first.empty()) {
+            record = deck;
+            take(record.second);
+        }
+    }
+
+    void shapeForce(const CShapeForce& deck, CShapeForce& record)
+    {
+        if (!deck.m_sName.empty()) {
+            keyed(deck.m_shapeFactors, record.m_shapeFactors, {});
+        }
+        force(deck, record);
+    }
+
+    void force(const CForce& deck, CForce& record)
+    {
+        if (deck.m_sName.empty()) {
+            return;
+        }
+        record.m_density = taken(deck.m_density);
+        record.m_fieldScale = taken(deck.m_fieldScale);
+        record.m_viscosity = taken(deck.m_viscosity);
+        record.m_usingSteadyFlow = takenFlag(deck.m_usingSteadyFlow);
+        record.m_steadyFlowVelocity = deck.m_steadyFlowVelocity;
+        take(record.m_steadyFlowVelocity);
+    }
+
+    std::size_t missing() const { return m_missing; }
+
+private:
+    /// Next value of the row, null where the row has ended.
+    const CaseValue* next()
+    {
+        if (m_position < m_row.size()) {
+            return &m_row[m_position++];
+        }
+        ++m_missing;
+        return nullptr;
+    }
+
+    template <class Value>
+    static Value typed(const CaseValue& value)
+    {
+        if (const Value* held = std::get_if<Value>(&value)) {
+            return *held;
+        }
+        MessageBox::warning(Messages::Warning, Messages::MistypedValues);
+        return Value();
+    }
+
+    template <class Value>
+    Value taken(Value fallback)
+    {
+        const CaseValue* value = next();
+        return value == nullptr ? fallback : typed<Value>(*value);
+    }
+
+    /// A flag that the deck keeps as a number.
+    double takenFlag(double fallback)
+    {
+        const CaseValue* value = next();
+        return value == nullptr ? fallback : static_cast<double>(typed<bool>(*value));
+    }
+
+    void take(double& slot) { slot = taken(slot); }
+    void take(bool& slot) { slot = taken(slot); }
+
+    /// The elements of a pair or a tuple, in order.
+    template <class Tuple>
+    void take(Tuple& slots)
+    {
+        std::apply([this](auto&... slot) { (take(slot), ...); }, slots);
+    }
+
+    const CaseRow& m_row;
+    std::size_t m_position = 0;
+    std::size_t m_missing = 0;
+};
+
+} // namespace
+
+std::string schemeHeadings(const CCreatorData& deck)
+{
+    HeadingWriter writer;
+    CCreatorData unused;
+    HeadingScheme::walk(deck, unused, writer);
+    return writer.text();
+}
+
+CCreatorData caseRecord(const CCreatorData& deck, std::string name, const CaseRow& row)
+{
+    CCreatorData record(std::move(name));
+    SlotFiller filler(row);
+    HeadingScheme::walk(deck, record, filler);
+    if (filler.missing() > 0) {
+        std::cerr << "Case record " << record.m_sName << ": the row ends " << filler.missing()
+                  << " values too early; they stay as in the deck" << std::endl;
+    }
+    return record;
+}

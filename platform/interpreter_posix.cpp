@@ -1,0 +1,10 @@
+#include "platform/interpreter.h"
+
+namespace platform {
+
+bool speaksBatch()
+{
+    return false;
+}
+
+} // namespace platform
