@@ -1,0 +1,137 @@
+#include "deck/deck_serializer.h"
+
+#include "app/constants/deck_keys.h"
+#include "app/constants/messages.h"
+#include "app/message_box.h"
+#include "deck/compound_mapping.h"
+#include "deck/guarded_transfer.h"
+
+#include <functional>
+
+using namespace HDF5DATATYPES;
+
+namespace {
+
+template <class Record>
+using MapOf = typename CompoundMapping::Mapping<Record>::Map;
+
+/// HDF5 would leave a member that the file lacks as it is: a number that nobody wrote.
+void requireMembers(const H5::DataSet& dataset, const H5::CompType& type)
+{
+    GuardedTransfer::requireClass(dataset, H5T_COMPOUND);
+    const H5::CompType fileType = dataset.getCompType();
+    for (int member = 0; member < type.getNmembers(); ++member) {
+        fileType.getMemberIndex(type.getMemberName(static_cast<unsigned int>(member)));
+    }
+}
+
+template <class Record>
+std::vector<Record> readRecords(const H5::DataSet& dataset, const H5::CompType& type)
+{
+    std::vector<Record> records(GuardedTransfer::elementCount(dataset));
+    if (!records.empty()) {
+        dataset.read(records.data(), type, H5::DataSpace::ALL, H5::DataSpace::ALL);
+    }
+    return records;
+}
+
+bool holdsTwoSeparators(const std::string& key)
+{
+    const std::size_t first = key.find(DeckKeys::Separator);
+    return first != std::string::npos &&
+           key.find(DeckKeys::Separator, first + DeckKeys::Separator.size()) != std::string::npos;
+}
+
+template <class Record>
+void readMap(const H5::DataSet& dataset, const H5::CompType& type, MapOf<Record>& map)
+{
+    for (Record& record : readRecords<Record>(dataset, type)) {
+        const std::string key = CompoundMapping::keyOf(record);
+        if (CompoundMapping::Mapping<Record>::warnsOfSeparator && holdsTwoSeparators(key)) {
+            MessageBox::warning(Messages::DeckIncompatible, Messages::MaterialToken);
+        }
+        map.emplace(key, CompoundMapping::numbers(record));
+    }
+}
+
+template <class Record>
+std::vector<Record> recordsOf(const MapOf<Record>& map)
+{
+    std::vector<Record> records(map.size());
+    auto record = records.begin();
+    for (const auto& [key, value] : map) {
+        CompoundMapping::setKey(*record, key);
+        CompoundMapping::numbers(*record) = value;
+        ++record;
+    }
+    return records;
+}
+
+/// The file's records, those that the map knows with the map's values.
+template <class Record>
+std::vector<Record> mergedRecords(const H5::DataSet& dataset, const H5::CompType& type,
+                                  const MapOf<Record>& map)
+{
+    std::vector<Record> records = readRecords<Record>(dataset, type);
+    for (Record& record : records) {
+        const auto known = map.find(CompoundMapping::keyOf(record));
+        if (known != map.end()) {
+            CompoundMapping::numbers(record) = known->second;
+        }
+    }
+    return records;
+}
+
+template <class Record>
+void writeMap(const H5::DataSet& dataset, const H5::CompType& type, const MapOf<Record>& map,
+              const char* name)
+{
+    const std::size_t count = GuardedTransfer::elementCount(dataset);
+    if (count != map.size()) {
+        GuardedTransfer::reportOtherCount(name, count, map.size());
+    }
+    if (count == 0 || map.empty()) {
+        return;
+    }
+    const std::vector<Record> records =
+        count == map.size() ? recordsOf<Record>(map) : mergedRecords<Record>(dataset, type, map);
+    dataset.write(records.data(), type, H5::DataSpace::ALL, H5::DataSpace::ALL);
+}
+
+} // namespace
+
+template <class Record>
+void CDeckSerializer::transferCompound(H5::Group& group, const char* name, std::any target,
+                                       unsigned int mode)
+{
+    if (!GuardedTransfer::linkExists(group, name)) {
+        return;
+    }
+    auto& map = std::any_cast<std::reference_wrapper<MapOf<Record>>>(target).get();
+    GuardedTransfer::run([&]() {
+        const typename CompoundMapping::Mapping<Record>::Type type;
+        H5::DataSet dataset = group.openDataSet(name);
+        requireMembers(dataset, type);
+        if (mode == Read) {
+            readMap<Record>(dataset, type, map);
+        } else if (mode == Write) {
+            writeMap<Record>(dataset, type, map, name);
+        }
+    });
+}
+
+#define TARNEL_INSTANTIATE(Record)                                                                 \
+    template void CDeckSerializer::transferCompound<Record>(H5::Group&, const char*, std::any,     \
+                                                            unsigned int);
+
+TARNEL_INSTANTIATE(SBasicCmpd)
+TARNEL_INSTANTIATE(SAdvCmpd)
+TARNEL_INSTANTIATE(SInteraction)
+TARNEL_INSTANTIATE(SHystereticCmpdInter)
+TARNEL_INSTANTIATE(SOkaWearParamCmpd)
+TARNEL_INSTANTIATE(SEcmCmpd)
+TARNEL_INSTANTIATE(SBondParamCmpd)
+TARNEL_INSTANTIATE(SBondV2ParamCmpd)
+TARNEL_INSTANTIATE(SCharDoubleDouble)
+
+#undef TARNEL_INSTANTIATE
