@@ -13,4 +13,7 @@ bool readLine(std::istream& stream, std::string& line);
 /// All lines of a text file; none where the file can't be opened.
 std::vector<std::string> readLines(const std::string& path);
 
+/// The parts of `text` between the separators, empty ones included; never less than one.
+std::vector<std::string> splitAt(const std::string& text, char separator);
+
 } // namespace platform

@@ -1,0 +1,60 @@
+#include "platform/child_process.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+CChildProcess::CChildProcess() = default;
+
+CChildProcess::~CChildProcess() = default;
+
+// Runs in the child between fork and exec: only what is safe there.
+void CChildProcess::setupChildProcess()
+{
+    ::setpgid(0, 0);
+}
+
+CKillSwitch::~CKillSwitch() = default;
+
+void CKillSwitch::arm(qint64 processId)
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_processId = processId;
+    if (m_processId > 0) {
+        // Said in the child as well: whoever comes first, the group is there from here on.
+        ::setpgid(static_cast<pid_t>(m_processId), static_cast<pid_t>(m_processId));
+    }
+    fulfil();
+}
+
+void CKillSwitch::disarm()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_processId = 0;
+}
+
+void CKillSwitch::end()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_wish = Wish::End;
+    fulfil();
+}
+
+void CKillSwitch::askToEnd()
+{
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    if (m_wish == Wish::None) {
+        m_wish = Wish::Ask;
+    }
+    fulfil();
+}
+
+void CKillSwitch::fulfil()
+{
+    if (m_wish == Wish::None || m_processId <= 0) {
+        return;
+    }
+    const int signalNumber = m_wish == Wish::End ? SIGKILL : SIGTERM;
+    const pid_t child = static_cast<pid_t>(m_processId);
+    ::kill(-child, signalNumber);
+    ::kill(child, signalNumber);
+}
