@@ -2,35 +2,43 @@
 
 #include "app/constants/file_names.h"
 #include "deck/deck_store.h"
+#include "jobs/case_folder_writer.h"
 #include "platform/text_lines.h"
 
 #include <QString>
-#include <QStringList>
 
 namespace {
 
-CaseValue parsedValue(const QString& field)
+using Fields = std::vector<std::string>;
+
+Fields fieldsOf(const std::string& line)
 {
-    if (field == QLatin1String("true")) {
-        return true;
+    const std::string& separator = FileNames::FieldSeparator;
+    Fields fields;
+    std::size_t begin = 0;
+    for (std::size_t end = line.find(separator); end != std::string::npos;
+         end = line.find(separator, begin)) {
+        fields.push_back(line.substr(begin, end - begin));
+        begin = end + separator.size();
     }
-    if (field == QLatin1String("false")) {
-        return false;
-    }
-    return field.toDouble();
+    fields.push_back(line.substr(begin));
+    return fields;
 }
 
-QStringList fieldsOf(const std::string& line)
+CaseValue parsedValue(const std::string& field)
 {
-    return QString::fromStdString(line).split(QString::fromStdString(FileNames::FieldSeparator));
+    if (field == "true" || field == "false") {
+        return field == "true";
+    }
+    return QString::fromStdString(field).toDouble();
 }
 
 /// All fields but the case number and the options; the number of a case is its position.
-CaseRow rowOf(const QStringList& fields)
+CaseRow rowOf(const Fields& fields)
 {
     CaseRow row;
-    row.reserve(static_cast<std::size_t>(fields.size()));
-    for (int index = 1; index + 1 < fields.size(); ++index) {
+    row.reserve(fields.size());
+    for (std::size_t index = 1; index + 1 < fields.size(); ++index) {
         row.push_back(parsedValue(fields[index]));
     }
     return row;
@@ -45,12 +53,21 @@ CaseMatrix CJobFileReader::readJobMatrix(const std::string& path) const
     if (lines.empty()) {
         return cases;
     }
-    CDeckStore::instance()->setSimulatorOptions(fieldsOf(lines.back()).last().toStdString());
+    CDeckStore::instance()->setSimulatorOptions(fieldsOf(lines.back()).back());
     for (std::size_t index = 1; index < lines.size(); ++index) {
-        const QStringList fields = fieldsOf(lines[index]);
+        const Fields fields = fieldsOf(lines[index]);
         if (fields.size() >= 2) {
             cases.push_back(rowOf(fields));
         }
     }
     return cases;
+}
+
+void CJobFileReader::writeCaseDecks(const std::string& caseRoot) const
+{
+    const CCaseFolderWriter writer(caseRoot);
+    std::vector<CCreatorData>& records = CDeckStore::instance()->creatorData();
+    for (std::size_t index = 1; index < records.size(); ++index) {
+        writer.write(index - 1, records[index]);
+    }
 }
