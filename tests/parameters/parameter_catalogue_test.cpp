@@ -1,0 +1,210 @@
+#include "parameters/parameter_catalogue.h"
+
+#include "parameters/parameter_limits.h"
+#include "tests/support/test_environment.h"
+
+#include <QApplication>
+#include <QTest>
+
+#include <limits>
+#include <stdexcept>
+
+namespace Catalogue = ParameterCatalogue;
+using Labels = std::vector<std::string>;
+
+namespace {
+
+constexpr double Max = std::numeric_limits<double>::max();
+
+/// What the look-up of a label raises, empty for nothing.
+std::string failureOf(const std::string& label)
+{
+    try {
+        limitOf(label);
+    } catch (const std::out_of_range& failure) {
+        return failure.what();
+    }
+    return std::string();
+}
+
+} // namespace
+
+class CParameterCatalogueTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void limitsHold41RowsAfterStartUp();
+    void everyLabelHasItsKindAndBounds_data();
+    void everyLabelHasItsKindAndBounds();
+    void surfaceEnergyKeepsTheBoundsOfItsFirstRow();
+    void labelsWithoutARowRaise_data();
+    void labelsWithoutARowRaise();
+    void theLabelOfTheActiveSpraysSucceeds();
+    void theFirstShapeFactorLabelEndsInABlank();
+    void sharedAndEmptyLabelsAreAsSettled();
+    void labelListsStandInTheOrderOfTheDeckTuples();
+    void treeLabels();
+    void secondInitialisationChangesNothing();
+};
+
+void CParameterCatalogueTest::initTestCase()
+{
+    Catalogue::initialise();
+    initialiseParameterLimits();
+}
+
+void CParameterCatalogueTest::limitsHold41RowsAfterStartUp()
+{
+    QCOMPARE(ParameterLimits.size(), std::size_t(41));
+}
+
+void CParameterCatalogueTest::everyLabelHasItsKindAndBounds_data()
+{
+    QTest::addColumn<int>("kind");
+    QTest::addColumn<double>("first");
+    QTest::addColumn<double>("second");
+    QTest::newRow("Restitution") << 1 << double(0.0001) << double(1);
+    QTest::newRow("Static Friction") << 1 << double(0) << double(1e+100);
+    QTest::newRow("Rolling Friction") << 1 << double(0) << double(1e+100);
+    QTest::newRow("Damping") << 1 << double(0) << double(Max);
+    QTest::newRow("Stiffness") << 1 << double(0) << double(Max);
+    QTest::newRow("Constant pull-off force") << 1 << double(-Max) << double(0);
+    QTest::newRow("Surface Energy") << 1 << double(0) << double(Max);
+    QTest::newRow("Contact Plasticity Ratio") << 1 << double(0) << double(1);
+    QTest::newRow("Slope Exp") << 2 << double(1) << double(1.5);
+    QTest::newRow("Tensile Exp") << 1 << double(1) << double(Max);
+    QTest::newRow("Tangential Stiff Multiplier") << 1 << double(1e-06) << double(Max);
+    QTest::newRow("Normal Stiffness per unit area") << 1 << double(0) << double(Max);
+    QTest::newRow("Shear Stiffness per unit area") << 1 << double(0) << double(Max);
+    QTest::newRow("Critical Normal Stress") << 1 << double(0) << double(Max);
+    QTest::newRow("Critical Shear Stress") << 1 << double(0) << double(Max);
+    QTest::newRow("Shear Strength") << 1 << double(0) << double(Max);
+    QTest::newRow("Bonded Disk Radius") << 1 << double(0) << double(Max);
+    QTest::newRow("Normal Range") << 1 << double(0) << double(Max);
+    QTest::newRow("Normal Strength") << 1 << double(0) << double(Max);
+    QTest::newRow("Tangential Stiffness") << 1 << double(0) << double(Max);
+    QTest::newRow("Tangential Range") << 1 << double(0) << double(Max);
+    QTest::newRow("Bonded Disk Scale") << 1 << double(0) << double(Max);
+    QTest::newRow("Characteristic Velocity") << 1 << double(-Max) << double(Max);
+    QTest::newRow("Yield Strength") << 1 << double(1e-24) << double(Max);
+    QTest::newRow("Interfacial Surface energy") << 1 << double(-Max) << double(Max);
+    QTest::newRow("Torque Feedback") << 0 << double(0) << double(1);
+    QTest::newRow("Start Time") << 1 << double(0) << double(Max);
+    QTest::newRow("Thermal Conductivity") << 1 << double(0) << double(Max);
+    QTest::newRow("Geometry Temperature") << 1 << double(0) << double(Max);
+    QTest::newRow("Active Sprays") << 1 << double(-Max) << double(Max);
+    QTest::newRow("Enable Rolling Friction") << 0 << double(0) << double(1);
+    QTest::newRow("Wear Constant") << 1 << double(-Max) << double(Max);
+    QTest::newRow("Heat Capacity") << 1 << double(0) << double(Max);
+    QTest::newRow("Density") << 1 << double(1e-08) << double(Max);
+    QTest::newRow("Viscosity") << 1 << double(1e-08) << double(Max);
+    QTest::newRow("Spherocity") << 1 << double(1e-06) << double(Max);
+    QTest::newRow("Scale") << 1 << double(1e-06) << double(Max);
+    QTest::newRow("Steady Velocity Flow X") << 1 << double(-Max) << double(Max);
+    QTest::newRow("Steady Velocity Flow Y") << 1 << double(-Max) << double(Max);
+    QTest::newRow("Steady Velocity Flow Z") << 1 << double(-Max) << double(Max);
+    QTest::newRow("Using Steady Velocity Flow") << 0 << double(0) << double(1);
+}
+
+void CParameterCatalogueTest::everyLabelHasItsKindAndBounds()
+{
+    QFETCH(int, kind);
+    QFETCH(double, first);
+    QFETCH(double, second);
+    const ParameterLimit& limit = limitOf(QTest::currentDataTag());
+    QCOMPARE(limit.kind, kind);
+    QVERIFY(limit.values == std::vector<double>({first, second}));
+}
+
+void CParameterCatalogueTest::surfaceEnergyKeepsTheBoundsOfItsFirstRow()
+{
+    const ParameterLimit& limit = limitOf("Surface Energy");
+    QCOMPARE(limit.values.at(0), 0.0);
+    QCOMPARE(limit.values.at(1), Max);
+}
+
+void CParameterCatalogueTest::labelsWithoutARowRaise_data()
+{
+    QTest::addColumn<QString>("label");
+    for (const char* label :
+         {"Energy Density", "Vickers Hardness", "Scaling Factor", "Enable Deformation", ""}) {
+        QTest::addRow("'%s'", label) << QString::fromLatin1(label);
+    }
+}
+
+void CParameterCatalogueTest::labelsWithoutARowRaise()
+{
+    QFETCH(QString, label);
+    QCOMPARE(failureOf(label.toStdString()), std::string("invalid map<K, T> key"));
+}
+
+void CParameterCatalogueTest::theLabelOfTheActiveSpraysSucceeds()
+{
+    QCOMPARE(failureOf("Active Sprays"), std::string());
+}
+
+void CParameterCatalogueTest::theFirstShapeFactorLabelEndsInABlank()
+{
+    QCOMPARE(Catalogue::GanserDragParticle.size(), std::size_t(21));
+    QCOMPARE(Catalogue::GanserDragParticle.back(), ' ');
+    QCOMPARE(Catalogue::HaiderLevenspielDragParticle,
+             std::string("Haider and Levenspiel Drag Particle "));
+}
+
+void CParameterCatalogueTest::sharedAndEmptyLabelsAreAsSettled()
+{
+    QCOMPARE(Catalogue::LinearCohesion, std::string("Spray Coating"));
+    QCOMPARE(Catalogue::SprayCoating, std::string());
+    QCOMPARE(Catalogue::OkaWear, std::string());
+    QCOMPARE(Catalogue::EnergyDensity, std::string("Active Sprays"));
+    QCOMPARE(Catalogue::ActiveSprays, std::string());
+}
+
+void CParameterCatalogueTest::labelListsStandInTheOrderOfTheDeckTuples()
+{
+    QVERIFY(Catalogue::InteractionParameters ==
+            Labels({"Restitution", "Static Friction", "Rolling Friction"}));
+    QVERIFY(Catalogue::HystereticParameters == Labels({"Damping", "Stiffness"}));
+    QVERIFY(Catalogue::EdinburghParameters ==
+            Labels({"Constant pull-off force", "Surface Energy", "Contact Plasticity Ratio",
+                    "Slope Exp", "Tensile Exp", "Tangential Stiff Multiplier"}));
+    QVERIFY(Catalogue::BondingParameters ==
+            Labels({"Normal Stiffness per unit area", "Shear Stiffness per unit area",
+                    "Critical Normal Stress", "Critical Shear Stress", "Bonded Disk Radius"}));
+    QVERIFY(Catalogue::BondingV2Parameters ==
+            Labels({"Normal Stiffness per unit area", "Normal Range", "Tangential Stiffness",
+                    "Tangential Range", "Normal Strength", "Shear Strength", "Bonded Disk Scale"}));
+    QVERIFY(Catalogue::OkaWearParameters ==
+            Labels({"Wear Constant", "Vickers Hardness", "Scaling Factor"}));
+    QVERIFY(Catalogue::SteadyFlowParameters ==
+            Labels({"Steady Velocity Flow X", "Steady Velocity Flow Y", "Steady Velocity Flow Z"}));
+    QVERIFY(Catalogue::FlowFieldParameters ==
+            Labels({"Density", "Viscosity", "Scale", "Using Steady Velocity Flow"}));
+}
+
+void CParameterCatalogueTest::treeLabels()
+{
+    QCOMPARE(Catalogue::ContactModels, QStringLiteral("Contact Models"));
+    QCOMPARE(Catalogue::ParticleToParticle, QStringLiteral("Particle to Particle"));
+    QCOMPARE(Catalogue::ParticleToGeometry, QStringLiteral("Particle to Geometry"));
+    QCOMPARE(Catalogue::ParticleBodyForce, QStringLiteral("Particle Body Force"));
+    QCOMPARE(Catalogue::Interactions, std::string("Interactions"));
+    QCOMPARE(Catalogue::Yields, std::string("Yields"));
+    QCOMPARE(Catalogue::StandardRollingFriction, std::string("Rolling friction"));
+    QCOMPARE(Catalogue::EdinburghAdhesion, std::string("Edinburgh Elasto-Plastic Adhesion"));
+    QCOMPARE(Catalogue::SimulatorOptions, std::string("Simulator Options"));
+}
+
+void CParameterCatalogueTest::secondInitialisationChangesNothing()
+{
+    const ParameterLimit* before = &limitOf("Restitution");
+    Catalogue::initialise();
+    initialiseParameterLimits();
+    QCOMPARE(&limitOf("Restitution"), before);
+    QCOMPARE(ParameterLimits.size(), std::size_t(41));
+}
+
+TARNEL_TEST_MAIN(CParameterCatalogueTest)
+#include "parameter_catalogue_test.moc"
