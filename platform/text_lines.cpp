@@ -16,6 +16,24 @@ bool readLine(std::istream& stream, std::string& line)
     return true;
 }
 
+bool takeLine(std::string_view& rest, std::string_view& line)
+{
+    if (rest.empty()) {
+        return false;
+    }
+    const std::size_t end = rest.find('\n');
+    line = rest.substr(0, end);
+    if (end == std::string_view::npos) {
+        rest = {};
+        return true;
+    }
+    rest.remove_prefix(end + 1);
+    if (!line.empty() && line.back() == '\r') {
+        line.remove_suffix(1);
+    }
+    return true;
+}
+
 std::vector<std::string> readLines(const std::string& path)
 {
     std::ifstream stream(path);

@@ -2,6 +2,7 @@
 
 #include <istream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace platform {
@@ -9,6 +10,9 @@ namespace platform {
 /// As std::getline on a stream in text mode: files from Windows read alike everywhere, so one CR
 /// before the LF is dropped.
 bool readLine(std::istream& stream, std::string& line);
+
+/// As `readLine` on a text that is in memory: takes the first line off the front of `rest`.
+bool takeLine(std::string_view& rest, std::string_view& line);
 
 /// All lines of a text file; none where the file can't be opened.
 std::vector<std::string> readLines(const std::string& path);

@@ -1,0 +1,139 @@
+#include "results/results_analysis_frame.h"
+
+#include "app/constants/file_names.h"
+#include "app/constants/messages.h"
+#include "app/constants/progress_strings.h"
+#include "app/message_box.h"
+#include "deck/app_settings.h"
+#include "results/result_files.h"
+#include "results/result_table.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QFutureWatcher>
+#include <QPointer>
+#include <QProgressDialog>
+#include <QThreadPool>
+#include <QtConcurrent>
+
+#include <fstream>
+
+namespace fs = std::filesystem;
+
+namespace {
+
+fs::path pathOf(const QString& text)
+{
+    return fs::path(text.toStdWString());
+}
+
+/// Runs a task off the GUI thread and keeps the window alive until it has ended, well or by an
+/// exception, which stays with the task.
+template <class Task>
+void runAndWait(QThreadPool& pool, Task task)
+{
+    const QFuture<void> future = QtConcurrent::run(&pool, task);
+    // The watcher's event at the task's end wakes the pump, which therefore needn't spin.
+    QFutureWatcher<void> watcher;
+    watcher.setFuture(future);
+    while (future.isRunning()) {
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+    }
+}
+
+/// Moves the bar from any thread. The call may come late: the dialog may have been closed by then,
+/// and must not show itself again, or be gone.
+FileObserver progressOf(QWidget* page, QProgressDialog& dialog, bool moves)
+{
+    const QPointer<QProgressDialog> shown(&dialog);
+    return [page, shown, moves](int index) {
+        const auto show = [shown, value = moves ? index : 0] {
+            if (shown && shown->isVisible()) {
+                shown->setValue(value);
+            }
+        };
+        QMetaObject::invokeMethod(page, show, Qt::QueuedConnection);
+    };
+}
+
+} // namespace
+
+CConnectionTable<CResultsAnalysisFrame> CResultsAnalysisFrame::s_connections;
+
+CResultsAnalysisFrame::CResultsAnalysisFrame(QWidget* parent)
+    : IFrame(parent)
+{
+    setupUi(this);
+    setupConnections();
+}
+
+CResultsAnalysisFrame::~CResultsAnalysisFrame()
+{
+    s_connections.release(this);
+}
+
+void CResultsAnalysisFrame::onPageEntered() {}
+
+void CResultsAnalysisFrame::setupConnections()
+{
+    s_connections.store(this, {connect(m_pbDistributedSelectFile, &QPushButton::pressed, this,
+                                       &CResultsAnalysisFrame::browseForFolder),
+                               connect(m_pbGenerateMasterResults, &QPushButton::pressed, this,
+                                       &CResultsAnalysisFrame::generateCombinedResults)});
+}
+
+void CResultsAnalysisFrame::browseForFolder()
+{
+    QFileDialog dialog(this, FileNames::BrowseForFolder,
+                       CAppSettings::instance()->text(CAppSettings::RootPath));
+    dialog.setFileMode(QFileDialog::Directory);
+    dialog.setOption(QFileDialog::ShowDirsOnly);
+    if (dialog.exec() == QDialog::Accepted) {
+        m_leDistributedFilePath->setText(dialog.selectedFiles().constFirst());
+    }
+}
+
+void CResultsAnalysisFrame::generateCombinedResults()
+{
+    const QString folder = m_leDistributedFilePath->text();
+    if (folder.isEmpty()) {
+        MessageBox::plain(Messages::EnterDirectory);
+    } else if (!QDir(folder).exists()) {
+        MessageBox::plain(Messages::DirectoryMissing);
+    } else {
+        collate(folder);
+        MessageBox::plain(ProgressStrings::OperationComplete);
+    }
+}
+
+/// The dialog's label trails the work by one step.
+void CResultsAnalysisFrame::collate(const QString& folder)
+{
+    const std::vector<fs::path> files = ResultFiles::csvFiles(pathOf(folder));
+    const bool simulatorLayout = !ResultFiles::hasScript(pathOf(folder));
+
+    QProgressDialog dialog(ProgressStrings::GatheringData, ProgressStrings::ClosingFile, 0,
+                           static_cast<int>(files.size()), this);
+    dialog.setModal(true);
+    dialog.setMinimumDuration(0);
+    dialog.show();
+
+    // A pool of its own: in the global one the tasks would queue behind the cases of a local run.
+    QThreadPool pool;
+    ResultTable table;
+    runAndWait(pool, [&files, &table, simulatorLayout,
+                      progress = progressOf(this, dialog, simulatorLayout)] {
+        const auto gather = simulatorLayout ? gatherSimulatorResults : gatherScriptResults;
+        gather(files, progress, table);
+    });
+
+    dialog.setLabelText(ProgressStrings::CloseProgressBar);
+    std::ofstream stream(pathOf(folder + QString::fromStdString(FileNames::CombinedResultsStem) +
+                                QString::fromStdString(FileNames::CsvExtension)));
+    runAndWait(pool, [&table, &stream] { writeResults(table, stream); });
+
+    dialog.setLabelText(ProgressStrings::WritingData);
+    runAndWait(pool, [&stream] { stream.close(); });
+    dialog.close();
+}
