@@ -175,12 +175,20 @@ bool CDoubleSpinBox::wasEdited() const
 
 void CDoubleSpinBox::onEditingFinished()
 {
-    const double v = wasEdited() ? m_units->toBase(value()) : m_value;
+    const double v = m_units->toBase(value());
     if (wasEdited() && !(v == m_value)) {
         setValue(v);
         emit valueModified(v);
-    } else if (!isOwnText(SuffixText::without(lineEdit()->text(), suffix()))) {
-        display(m_units->toDisplay(m_value));
+    } else {
+        showAgain();
+    }
+}
+
+void CDoubleSpinBox::showAgain()
+{
+    const double shown = m_units->toDisplay(m_value);
+    if (lineEdit()->text() != textFromValue(shown) + suffix()) {
+        display(shown);
     }
 }
 

@@ -62,6 +62,7 @@ private:
     void applyRange();
     void updateColour();
     void display(double shown);
+    void showAgain();
     void writeText(double shown);
     void stepTo(double value);
     void adjustStep(int pos);

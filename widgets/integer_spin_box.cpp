@@ -129,7 +129,7 @@ void CIntegerSpinBox::onEditingFinished()
     const int v = wasEdited() ? truncated(m_units->toBase(value())) : m_value;
     if (v != m_value) {
         commit(v);
-    } else if (!isOwnText(SuffixText::without(lineEdit()->text(), suffix()))) {
+    } else if (lineEdit()->text() != textFromValue(m_shown) + suffix()) {
         display();
     }
 }
