@@ -176,7 +176,7 @@ void CDFGInputOutputTest::theThirdLineIsReadAsABodyLine()
 
 void CDFGInputOutputTest::headerLinesThatPassPrintNothing()
 {
-    writeFile(m_file, "A!format=KEYPATHVALUE z\nA!format-version=1.0.0.0\n"
+    writeFile(m_file, "A!format=KEYPATHVALUE z\r\nA!format-version=1.0.0.0\n"
                       "A!file-version=1.2.3=INT:1\nB=INT:2\n");
     DfgValues values;
     const COutputCapture output;
