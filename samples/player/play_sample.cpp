@@ -1,0 +1,156 @@
+#include "app/main_window.h"
+#include "app/startup.h"
+#include "samples/player/sample_road.h"
+#include "samples/player/user_hand.h"
+#include "tests/support/modal_watcher.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QCryptographicHash>
+#include <QDateTime>
+#include <QDirIterator>
+#include <QFile>
+#include <QSettings>
+#include <QTest>
+
+#include <cstdio>
+#include <exception>
+#include <map>
+
+// Plays a whole calibration on the sample through the wizard's window, with mouse and keyboard.
+
+namespace {
+
+constexpr int ShownLines = 12;
+
+void say(const QString& line)
+{
+    std::printf("%s\n", qPrintable(line));
+    std::fflush(stdout);
+}
+
+/// Content and time of every file of a folder, by path.
+std::map<QString, QByteArray> fingerprints(const QDir& folder)
+{
+    std::map<QString, QByteArray> prints;
+    QDirIterator files(folder.absolutePath(), QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        QFile file(files.next());
+        if (file.open(QIODevice::ReadOnly)) {
+            const qint64 time = files.fileInfo().lastModified().toMSecsSinceEpoch();
+            prints[files.filePath()] =
+                QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha256) +
+                QByteArray::number(time);
+        }
+    }
+    return prints;
+}
+
+void showFirstLines(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+        throw std::runtime_error("The combined file can't be read.");
+    }
+    say(path);
+    for (int line = 0; line < ShownLines && !file.atEnd(); ++line) {
+        say(QStringLiteral("    ") + QString::fromUtf8(file.readLine()).trimmed().left(100));
+    }
+}
+
+const std::map<QString, Road>& roads()
+{
+    static const std::map<QString, Road> known = {
+        {QStringLiteral("none"), Road::NoAnalysis},
+        {QStringLiteral("export"), Road::Export},
+        {QStringLiteral("python"), Road::Python},
+        {QStringLiteral("distributed"), Road::Distributed},
+    };
+    return known;
+}
+
+struct SOptions
+{
+    CSampleRoad::SPlaces places;
+    Road road = Road::Export;
+    bool stay = false;
+};
+
+SOptions parsedOptions(const QApplication& application)
+{
+    QCommandLineParser parser;
+    parser.setApplicationDescription(
+        QStringLiteral("Plays a calibration on the sample through the wizard's window."));
+    parser.addHelpOption();
+    const QCommandLineOption sample(QStringLiteral("sample"),
+                                    QStringLiteral("Folder of the sample deck."),
+                                    QStringLiteral("folder"));
+    const QCommandLineOption work(QStringLiteral("work"), QStringLiteral("Folder for the jobs."),
+                                  QStringLiteral("folder"), QStringLiteral("out/calibration"));
+    const QCommandLineOption pictures(QStringLiteral("pictures"),
+                                      QStringLiteral("Folder for a picture of each page."),
+                                      QStringLiteral("folder"));
+    const QCommandLineOption road(
+        QStringLiteral("road"), QStringLiteral("none, export, python or distributed."),
+        QStringLiteral("road"), QStringLiteral("export"));
+    const QCommandLineOption stay(QStringLiteral("stay"),
+                                  QStringLiteral("Leave the window open at the end."));
+    parser.addOptions({sample, work, pictures, road, stay});
+    parser.process(application);
+    if (roads().count(parser.value(road)) == 0 || !parser.isSet(sample)) {
+        parser.showHelp(2);
+    }
+    SOptions options;
+    options.places.sample = QDir(QDir(parser.value(sample)).absolutePath());
+    options.places.work = QDir(QDir(parser.value(work)).absolutePath());
+    options.places.pictures = parser.value(pictures);
+    options.places.simulator =
+        QDir(QCoreApplication::applicationDirPath()).absoluteFilePath(QStringLiteral("../orva_sample"));
+    options.places.simulator = QDir::cleanPath(options.places.simulator);
+    options.road = roads().at(parser.value(road));
+    options.stay = parser.isSet(stay);
+    return options;
+}
+
+void play(CMainWindow& window, const SOptions& options)
+{
+    CUserHand hand(window);
+    CModalWatcher dialogs;
+    const auto before = fingerprints(options.places.sample);
+    const QString result = CSampleRoad(hand, dialogs, options.places, say).play(options.road);
+    if (fingerprints(options.places.sample) != before) {
+        throw std::runtime_error("The sample deck or a file beside it was changed.");
+    }
+    say(QStringLiteral("The sample deck and its neighbours are unchanged."));
+    showFirstLines(result);
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    QApplication application(argc, argv);
+    startup::keepNumbersNeutral();
+    const SOptions options = parsedOptions(application);
+    options.places.work.mkpath(QStringLiteral("."));
+    if (!options.places.pictures.isEmpty()) {
+        QDir().mkpath(options.places.pictures);
+    }
+    // A play must not replace the paths that the user's own wizard has stored.
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
+                       options.places.work.filePath(QStringLiteral("settings")));
+    startup::fillConstants();
+    CMainWindow window;
+    window.show();
+    const bool shown = QTest::qWaitForWindowExposed(&window);
+    try {
+        if (!shown) {
+            throw std::runtime_error("The window doesn't appear.");
+        }
+        play(window, options);
+    } catch (const std::exception& failure) {
+        std::fprintf(stderr, "The sample could not be played: %s\n", failure.what());
+        return 1;
+    }
+    return options.stay ? QApplication::exec() : 0;
+}

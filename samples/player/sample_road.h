@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QDir>
+#include <QString>
+
+#include <functional>
+
+class CModalWatcher;
+class CUserHand;
+
+/// How the cases of the sample are analysed and where they run.
+enum class Road
+{
+    NoAnalysis,
+    Export,
+    Python,
+    Distributed
+};
+
+/// A whole calibration on the sample, page by page, as a user would do it.
+class CSampleRoad
+{
+public:
+    struct SPlaces
+    {
+        QDir sample;       ///< the sample deck and what belongs to it
+        QString simulator; ///< the stand-in for the simulator
+        QDir work;         ///< where the jobs go
+        QString pictures;  ///< folder for a picture of each page, empty for none
+    };
+
+    /// `say` gets a line per step.
+    CSampleRoad(CUserHand& hand, CModalWatcher& dialogs, SPlaces places,
+                std::function<void(const QString&)> say);
+
+    /// Plays all six pages. Returns the path of the combined file, or of the batch file where the
+    /// cases are for another machine. Throws std::runtime_error where a step doesn't come about.
+    QString play(Road road);
+
+private:
+    void loadDeck();
+    void varyParameters();
+    void varyField(const QString& parameter, const QStringList& numbers);
+    void chooseAnalysis(Road road);
+    void setOptions();
+    void generateJob();
+    void runCases();
+    QString writeDistributedFiles();
+    QString collate();
+    void next(const QString& picture);
+    QString caseRoot() const;
+    void demand(bool fulfilled, const QString& otherwise) const;
+
+    CUserHand& m_hand;
+    CModalWatcher& m_dialogs;
+    SPlaces m_places;
+    std::function<void(const QString&)> m_say;
+};
