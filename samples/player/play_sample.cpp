@@ -90,9 +90,9 @@ SOptions parsedOptions(const QApplication& application)
     const QCommandLineOption pictures(QStringLiteral("pictures"),
                                       QStringLiteral("Folder for a picture of each page."),
                                       QStringLiteral("folder"));
-    const QCommandLineOption road(
-        QStringLiteral("road"), QStringLiteral("none, export, python or distributed."),
-        QStringLiteral("road"), QStringLiteral("export"));
+    const QCommandLineOption road(QStringLiteral("road"),
+                                  QStringLiteral("none, export, python or distributed."),
+                                  QStringLiteral("road"), QStringLiteral("export"));
     const QCommandLineOption stay(QStringLiteral("stay"),
                                   QStringLiteral("Leave the window open at the end."));
     parser.addOptions({sample, work, pictures, road, stay});
@@ -104,8 +104,8 @@ SOptions parsedOptions(const QApplication& application)
     options.places.sample = QDir(QDir(parser.value(sample)).absolutePath());
     options.places.work = QDir(QDir(parser.value(work)).absolutePath());
     options.places.pictures = parser.value(pictures);
-    options.places.simulator =
-        QDir(QCoreApplication::applicationDirPath()).absoluteFilePath(QStringLiteral("../orva_sample"));
+    options.places.simulator = QDir(QCoreApplication::applicationDirPath())
+                                   .absoluteFilePath(QStringLiteral("../orva_sample"));
     options.places.simulator = QDir::cleanPath(options.places.simulator);
     options.road = roads().at(parser.value(road));
     options.stay = parser.isSet(stay);

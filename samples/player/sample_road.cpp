@@ -19,9 +19,8 @@ constexpr int PictureOfRunMs = 700;
 
 QString newestFolder(const QDir& parent, const QString& stem)
 {
-    const QFileInfoList folders =
-        parent.entryInfoList({stem + QLatin1Char('*')}, QDir::Dirs | QDir::NoDotAndDotDot,
-                             QDir::Time);
+    const QFileInfoList folders = parent.entryInfoList(
+        {stem + QLatin1Char('*')}, QDir::Dirs | QDir::NoDotAndDotDot, QDir::Time);
     return folders.isEmpty() ? QString() : folders.front().absoluteFilePath();
 }
 
@@ -139,8 +138,7 @@ void CSampleRoad::generateJob()
     m_hand.type(QStringLiteral("m_leJobSaveLocation"), m_places.work.absolutePath());
     m_hand.click(QStringLiteral("m_pbGenerateJob"));
     demand(m_dialogs.messages().empty(), m_dialogs.texts().join(QLatin1Char(' ')));
-    const int cases =
-        m_hand.find<QListWidget>(QStringLiteral("m_listOngoingSimulations"))->count();
+    const int cases = m_hand.find<QListWidget>(QStringLiteral("m_listOngoingSimulations"))->count();
     demand(cases > 0, QStringLiteral("The job has no cases."));
     m_say(QStringLiteral("Submit Job: %1 cases in %2")
               .arg(cases)
@@ -161,9 +159,8 @@ void CSampleRoad::runCases()
     m_hand.click(QStringLiteral("m_pbStartSimulating"));
     auto* bar = m_hand.find<QProgressBar>(QStringLiteral("m_progBarCompletedSimulations"));
     demand(bar->value() == bar->maximum(), QStringLiteral("Not every case has ended."));
-    m_say(QStringLiteral("Submit Job: %1 cases have run below %2")
-              .arg(bar->value())
-              .arg(caseRoot()));
+    m_say(
+        QStringLiteral("Submit Job: %1 cases have run below %2").arg(bar->value()).arg(caseRoot()));
 }
 
 QString CSampleRoad::writeDistributedFiles()

@@ -9,13 +9,7 @@ class CModalWatcher;
 class CUserHand;
 
 /// How the cases of the sample are analysed and where they run.
-enum class Road
-{
-    NoAnalysis,
-    Export,
-    Python,
-    Distributed
-};
+enum class Road { NoAnalysis, Export, Python, Distributed };
 
 /// A whole calibration on the sample, page by page, as a user would do it.
 class CSampleRoad

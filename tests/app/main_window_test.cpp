@@ -1,0 +1,333 @@
+#include "app/main_window.h"
+
+#include "app/constants/application_strings.h"
+#include "app/constants/icons.h"
+#include "app/frame.h"
+#include "app/startup.h"
+#include "deck/app_settings.h"
+#include "deck/deck_loader_frame.h"
+#include "tests/support/modal_watcher.h"
+#include "tests/support/test_environment.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <QTest>
+#include <QToolBar>
+
+#include <cstring>
+
+#ifdef Q_OS_UNIX
+#include <sys/mman.h>
+#include <unistd.h>
+#endif
+
+namespace {
+
+const QStringList Tabs = {"m_tabDeckLoader",        "m_tabParameterEditor", "m_tabPostProccessing",
+                          "m_tabProcessingOptions", "m_tabSubmitJob",       "m_tabResultsAnalysis"};
+
+template <class T>
+T* part(const CMainWindow& window, const QString& name)
+{
+    return window.findChild<T*>(name);
+}
+
+QAction* tab(const CMainWindow& window, int index)
+{
+    return part<QAction>(window, Tabs[index]);
+}
+
+QStackedWidget* stack(const CMainWindow& window)
+{
+    return part<QStackedWidget>(window, "m_editStack");
+}
+
+QPushButton* next(const CMainWindow& window)
+{
+    return part<QPushButton>(window, "m_pbNextButton");
+}
+
+QPushButton* back(const CMainWindow& window)
+{
+    return part<QPushButton>(window, "m_pbBackButton");
+}
+
+#ifdef Q_OS_UNIX
+int s_entries = 0;
+
+void countEntry(CDeckLoaderFrame* /*page*/)
+{
+    ++s_entries;
+}
+
+/// While it lives, each call of the first page's `onPageEntered` is counted: the page's own does
+/// nothing that could be seen.
+class CEntryCounter
+{
+public:
+    CEntryCounter()
+    {
+        CDeckLoaderFrame page;
+        void (CDeckLoaderFrame::*member)() = &CDeckLoaderFrame::onPageEntered;
+        std::size_t offset = 0;
+        std::memcpy(&offset, &member, sizeof offset);
+        char* table = nullptr;
+        std::memcpy(&table, static_cast<void*>(&page), sizeof table);
+        m_slot = table + offset - 1;
+        std::memcpy(&m_original, m_slot, sizeof m_original);
+        put(reinterpret_cast<void*>(&countEntry));
+        s_entries = 0;
+    }
+
+    ~CEntryCounter() { put(m_original); }
+
+private:
+    void put(void* function)
+    {
+        const auto size = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
+        auto* begin =
+            reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(m_slot) & ~(size - 1));
+        QCOMPARE(mprotect(begin, 2 * size, PROT_READ | PROT_WRITE), 0);
+        std::memcpy(m_slot, &function, sizeof function);
+    }
+
+    char* m_slot = nullptr;
+    void* m_original = nullptr;
+};
+#endif
+
+} // namespace
+
+class CMainWindowTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void init();
+    void atStartUpBackIsHiddenAndNextVisibleAndEnabled();
+#ifdef Q_OS_UNIX
+    void atStartUpTheFirstPageIsEnteredTwice();
+#endif
+    void theTabsStandInTheOrderOfTheWizard();
+    void onTheLastPageNextIsHidden();
+    void anIntermediatePageShowsBoth();
+    void nextAndBackWalkOnePage();
+    void pressingTheCurrentTabEntersThePageAgain();
+    void everyTabWorksWithoutADeck();
+    void theTabOfTheCurrentPageIsChecked();
+    void thePageTitleFollowsThePage();
+    void theTitleIsTheNameAlone();
+    void theTitleOfAnotherBuildNamesTypeAndVersion();
+    void stageCompleteDrivesNextAlone();
+    void theFormHasItsSizesAndTexts();
+    void theTabsHaveTheResourceIcons();
+    void aboutShowsTheFilledTemplate();
+    void aWindowCanBeMadeAndDestroyedTwice();
+};
+
+void CMainWindowTest::initTestCase()
+{
+    startup::fillConstants();
+}
+
+void CMainWindowTest::init()
+{
+    CTestEnvironment::reset();
+}
+
+void CMainWindowTest::atStartUpBackIsHiddenAndNextVisibleAndEnabled()
+{
+    CMainWindow window;
+    window.show();
+    QCOMPARE(stack(window)->currentIndex(), 0);
+    QVERIFY(back(window)->isHidden());
+    QVERIFY(next(window)->isVisible());
+    QVERIFY(next(window)->isEnabled());
+}
+
+#ifdef Q_OS_UNIX
+void CMainWindowTest::atStartUpTheFirstPageIsEnteredTwice()
+{
+    const CEntryCounter counter;
+    CMainWindow window;
+    QCOMPARE(s_entries, 2);
+    tab(window, 0)->trigger();
+    QCOMPARE(s_entries, 3);
+}
+#endif
+
+void CMainWindowTest::theTabsStandInTheOrderOfTheWizard()
+{
+    CMainWindow window;
+    QStringList texts;
+    for (const QAction* action : part<QToolBar>(window, "toolBar")->actions()) {
+        texts << (action->isSeparator() ? QStringLiteral("|") : action->text());
+    }
+    QCOMPARE(texts, QStringList({"Load Deck", "|", "Parameter Editor", "|", "Post-Proccessing", "|",
+                                 "Processing Options", "|", "Submit Job", "|", "Results Analysis",
+                                 "|", "Load Deck"}));
+    QStringList pages;
+    for (int i = 0; i < stack(window)->count(); ++i) {
+        pages << stack(window)->widget(i)->objectName();
+    }
+    QCOMPARE(pages,
+             QStringList({"m_pageDeckLoader", "m_pageParameterEditor", "m_pagePostProcessing",
+                          "m_pageProcessingOptions", "m_pageSubmitJob", "m_pageResultsAnalysis"}));
+}
+
+void CMainWindowTest::onTheLastPageNextIsHidden()
+{
+    CMainWindow window;
+    tab(window, 5)->trigger();
+    QVERIFY(next(window)->isHidden());
+    QVERIFY(!back(window)->isHidden());
+}
+
+void CMainWindowTest::anIntermediatePageShowsBoth()
+{
+    CMainWindow window;
+    for (int index = 1; index < 5; ++index) {
+        tab(window, index)->trigger();
+        QVERIFY(!next(window)->isHidden());
+        QVERIFY(!back(window)->isHidden());
+    }
+}
+
+void CMainWindowTest::nextAndBackWalkOnePage()
+{
+    CMainWindow window;
+    next(window)->click();
+    QCOMPARE(stack(window)->currentIndex(), 1);
+    next(window)->click();
+    QCOMPARE(stack(window)->currentIndex(), 2);
+    back(window)->click();
+    QCOMPARE(stack(window)->currentIndex(), 1);
+}
+
+void CMainWindowTest::pressingTheCurrentTabEntersThePageAgain()
+{
+    CMainWindow window;
+    CAppSettings::instance()->setValue(CAppSettings::ZEKPath, QStringLiteral("/decks/a.zek"));
+    tab(window, 2)->trigger();
+    auto* location = part<QLineEdit>(window, "m_leDfgLocation");
+    QCOMPARE(location->text(), QStringLiteral("/decks/a.dfg"));
+    location->setText(QStringLiteral("elsewhere.dfg"));
+    tab(window, 2)->trigger();
+    QCOMPARE(location->text(), QStringLiteral("/decks/a.dfg"));
+    QVERIFY(tab(window, 2)->isChecked());
+}
+
+void CMainWindowTest::everyTabWorksWithoutADeck()
+{
+    CMainWindow window;
+    for (int index : {3, 1, 2, 4, 5, 0, 3}) {
+        tab(window, index)->trigger();
+        QCOMPARE(stack(window)->currentIndex(), index);
+        for (int other = 0; other < Tabs.size(); ++other) {
+            QVERIFY(tab(window, other)->isEnabled());
+        }
+    }
+}
+
+void CMainWindowTest::theTabOfTheCurrentPageIsChecked()
+{
+    CMainWindow window;
+    QVERIFY(tab(window, 0)->isChecked());
+    tab(window, 4)->trigger();
+    for (int index = 0; index < Tabs.size(); ++index) {
+        QVERIFY(tab(window, index)->isCheckable());
+        QCOMPARE(tab(window, index)->isChecked(), index == 4);
+    }
+}
+
+void CMainWindowTest::thePageTitleFollowsThePage()
+{
+    CMainWindow window;
+    auto* title = part<QAction>(window, "m_pageTitle");
+    QCOMPARE(title->text(), QStringLiteral("Load Deck"));
+    QVERIFY(!title->isEnabled());
+    tab(window, 2)->trigger();
+    QCOMPARE(title->text(), QStringLiteral("Post-Proccessing"));
+}
+
+void CMainWindowTest::theTitleIsTheNameAlone()
+{
+    QCOMPARE(CMainWindow().windowTitle(), QStringLiteral("Tarnel"));
+}
+
+void CMainWindowTest::theTitleOfAnotherBuildNamesTypeAndVersion()
+{
+    ApplicationStrings::BuildType = QStringLiteral("Beta");
+    QCOMPARE(CMainWindow().windowTitle(), QStringLiteral("Tarnel Beta 1.0"));
+    ApplicationStrings::initialise();
+}
+
+void CMainWindowTest::stageCompleteDrivesNextAlone()
+{
+    CMainWindow window;
+    for (int index = 0; index < stack(window)->count(); ++index) {
+        auto* page = qobject_cast<IFrame*>(stack(window)->widget(index));
+        emit page->stageComplete(false);
+        QVERIFY(!next(window)->isEnabled());
+        QVERIFY(tab(window, index)->isEnabled());
+        emit page->stageComplete(true);
+        QVERIFY(next(window)->isEnabled());
+    }
+}
+
+void CMainWindowTest::theFormHasItsSizesAndTexts()
+{
+    CMainWindow window;
+    QCOMPARE(window.objectName(), QStringLiteral("MainWindow"));
+    QCOMPARE(window.size(), QSize(357, 180));
+    QCOMPARE(window.sizePolicy().horizontalPolicy(), QSizePolicy::Minimum);
+    QCOMPARE(back(window)->text(), QStringLiteral("Back"));
+    QCOMPARE(next(window)->text(), QStringLiteral("Next"));
+    QCOMPARE(part<QAction>(window, "m_actionAbout")->text(), QStringLiteral("About..."));
+    const QAction* title = part<QAction>(window, "m_pageTitle");
+    QCOMPARE(title->toolTip(), QStringLiteral("Page Title"));
+    QCOMPARE(title->font().pointSize(), 10);
+    QCOMPARE(title->font().weight(), 75);
+    QCOMPARE(int(title->font().styleStrategy()), 256);
+    QCOMPARE(part<QToolBar>(window, "toolBar")->windowTitle(), QStringLiteral("Section Toolbar"));
+}
+
+void CMainWindowTest::theTabsHaveTheResourceIcons()
+{
+    CMainWindow window;
+    const std::vector<QIcon> icons = {Icons::OpenFile,  Icons::Creator,   Icons::Analyst,
+                                      Icons::Simulator, Icons::Checkmark, Icons::Results};
+    for (int index = 0; index < Tabs.size(); ++index) {
+        QCOMPARE(tab(window, index)->icon().cacheKey(), icons[std::size_t(index)].cacheKey());
+        QVERIFY(!tab(window, index)->icon().pixmap(32, 32).isNull());
+    }
+    QCOMPARE(window.windowIcon().cacheKey(), Icons::MainWindow.cacheKey());
+}
+
+void CMainWindowTest::aboutShowsTheFilledTemplate()
+{
+    CMainWindow window;
+    CModalWatcher watcher;
+    part<QAction>(window, "m_actionAbout")->trigger();
+    QCOMPARE(watcher.messages().size(), std::size_t(1));
+    QCOMPARE(watcher.messages().front().title, QStringLiteral("About Tarnel"));
+    QCOMPARE(watcher.messages().front().text, ApplicationStrings::aboutText());
+    QVERIFY(watcher.messages().front().hasParent);
+}
+
+void CMainWindowTest::aWindowCanBeMadeAndDestroyedTwice()
+{
+    {
+        CMainWindow first;
+        tab(first, 4)->trigger();
+    }
+    CMainWindow second;
+    QCOMPARE(stack(second)->count(), 6);
+}
+
+TARNEL_TEST_MAIN(CMainWindowTest)
+#include "main_window_test.moc"
