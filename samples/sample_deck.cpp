@@ -52,6 +52,8 @@ void writeSample(const std::filesystem::path& folder)
     std::filesystem::create_directories(folder);
     const DeckPaths written = writeDeck(columnDeck(), folder, Stem);
     copyCompanions(folder);
+    std::filesystem::copy(std::filesystem::path(SAMPLE_COMPANIONS) / "stand_ins",
+                          folder / "stand_ins", std::filesystem::copy_options::overwrite_existing);
     std::cout << "Sample deck: " << written.deck.string() << std::endl;
 }
 

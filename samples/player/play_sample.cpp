@@ -11,6 +11,7 @@
 #include <QDirIterator>
 #include <QFile>
 #include <QSettings>
+#include <QStandardPaths>
 #include <QTest>
 
 #include <cstdio>
@@ -112,10 +113,23 @@ SOptions parsedOptions(const QApplication& application)
     return options;
 }
 
+/// An analysis asks for conda; where the machine has none, the sample's stand-in serves.
+void provideConda(const QDir& sample)
+{
+    if (QStandardPaths::findExecutable(QStringLiteral("conda")).isEmpty()) {
+        qputenv("PATH", qgetenv("PATH") + ':' +
+                            QFile::encodeName(sample.filePath(QStringLiteral("stand_ins"))));
+        say(QStringLiteral("There is no conda here: the sample's stand-in serves."));
+    }
+}
+
 void play(CMainWindow& window, const SOptions& options)
 {
     CUserHand hand(window);
     CModalWatcher dialogs;
+    if (options.road == Road::Python) {
+        provideConda(options.places.sample);
+    }
     const auto before = fingerprints(options.places.sample);
     const QString result = CSampleRoad(hand, dialogs, options.places, say).play(options.road);
     if (fingerprints(options.places.sample) != before) {

@@ -17,11 +17,25 @@ namespace {
 /// Shows what a run looks like; by then the first cases of the sample are under way.
 constexpr int PictureOfRunMs = 700;
 
+constexpr int PatienceWithAnalysesMs = 30000;
+constexpr int LookAgainMs = 100;
+
 QString newestFolder(const QDir& parent, const QString& stem)
 {
     const QFileInfoList folders = parent.entryInfoList(
         {stem + QLatin1Char('*')}, QDir::Dirs | QDir::NoDotAndDotDot, QDir::Time);
     return folders.isEmpty() ? QString() : folders.front().absoluteFilePath();
+}
+
+int countCsvFiles(const QString& folder)
+{
+    QDirIterator files(folder, {QStringLiteral("*.csv")}, QDir::Files,
+                       QDirIterator::Subdirectories);
+    int count = 0;
+    for (; files.hasNext(); files.next()) {
+        ++count;
+    }
+    return count;
 }
 
 } // namespace
@@ -61,6 +75,9 @@ QString CSampleRoad::play(Road road)
         return writeDistributedFiles();
     }
     runCases();
+    if (road == Road::Python) {
+        awaitAnalyses();
+    }
     return collate();
 }
 
@@ -161,6 +178,18 @@ void CSampleRoad::runCases()
     demand(bar->value() == bar->maximum(), QStringLiteral("Not every case has ended."));
     m_say(
         QStringLiteral("Submit Job: %1 cases have run below %2").arg(bar->value()).arg(caseRoot()));
+}
+
+void CSampleRoad::awaitAnalyses()
+{
+    // A case counts as finished when its analysis has just begun.
+    const int cases =
+        m_hand.find<QListWidget>(QStringLiteral("m_listOngoingSimulations"))->count();
+    for (int waited = 0; countCsvFiles(caseRoot()) < cases; waited += LookAgainMs) {
+        demand(waited < PatienceWithAnalysesMs, QStringLiteral("Not every analysis has ended."));
+        m_hand.pause(LookAgainMs);
+    }
+    m_say(QStringLiteral("Submit Job: %1 analyses have ended").arg(cases));
 }
 
 QString CSampleRoad::writeDistributedFiles()

@@ -39,6 +39,7 @@ private:
     void setOptions();
     void generateJob();
     void runCases();
+    void awaitAnalyses();
     QString writeDistributedFiles();
     QString collate();
     void next(const QString& picture);
