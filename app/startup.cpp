@@ -9,7 +9,7 @@
 #include "app/constants/settings_keys.h"
 #include "parameters/parameter_catalogue.h"
 #include "parameters/parameter_limits.h"
-#include "setup/simulator_arguments.h"
+#include "setup/simulator_options.h"
 
 #include <QLocale>
 

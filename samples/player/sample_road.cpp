@@ -183,8 +183,7 @@ void CSampleRoad::runCases()
 void CSampleRoad::awaitAnalyses()
 {
     // A case counts as finished when its analysis has just begun.
-    const int cases =
-        m_hand.find<QListWidget>(QStringLiteral("m_listOngoingSimulations"))->count();
+    const int cases = m_hand.find<QListWidget>(QStringLiteral("m_listOngoingSimulations"))->count();
     for (int waited = 0; countCsvFiles(caseRoot()) < cases; waited += LookAgainMs) {
         demand(waited < PatienceWithAnalysesMs, QStringLiteral("Not every analysis has ended."));
         m_hand.pause(LookAgainMs);

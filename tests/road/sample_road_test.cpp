@@ -148,8 +148,7 @@ void CSampleRoadTest::numbersStayNeutralUnderAnotherLocale()
     const SPlay played = play(QStringLiteral("distributed"),
                               {QStringLiteral("LOCPATH=") + locales, "LC_ALL=de_DE.UTF-8"});
     QVERIFY2(played.exitCode == 0, qPrintable(played.errors));
-    const QStringList rows =
-        linesOf(m_work + QStringLiteral("/JobSpec/input_jobID-Matrix.csv"));
+    const QStringList rows = linesOf(m_work + QStringLiteral("/JobSpec/input_jobID-Matrix.csv"));
     QVERIFY2(rows.value(1).startsWith(QStringLiteral("0,0.5,0.5,0.1,")), qPrintable(rows.value(1)));
     QVERIFY2(rows.value(1).contains(QStringLiteral(" -r 1.000000 -w 0.050000 ")),
              qPrintable(rows.value(1)));

@@ -1,0 +1,12 @@
+# The roof: the one place that knows all six pages. It stands beside the ground in app/, and can
+# only be built when all floors between them are there.
+tarnel_library(tarnel_window
+    app/main_window.cpp
+    app/main_window.h
+    app/startup.cpp
+    app/startup.h)
+target_link_libraries(tarnel_window PUBLIC
+    tarnel_deck tarnel_parameters tarnel_setup tarnel_jobs tarnel_results)
+
+add_executable(tarnel WIN32 app/main.cpp)
+target_link_libraries(tarnel PRIVATE tarnel_warnings tarnel_window)
