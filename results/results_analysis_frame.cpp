@@ -29,7 +29,7 @@ fs::path pathOf(const QString& text)
 }
 
 /// Runs a task off the GUI thread and keeps the window alive until it has ended, well or by an
-/// exception, which stays with the task.
+/// exception, which stays with the task. Pumps at least once, so that each step gets painted.
 template <class Task>
 void runAndWait(QThreadPool& pool, Task task)
 {
@@ -37,9 +37,9 @@ void runAndWait(QThreadPool& pool, Task task)
     // The watcher's event at the task's end wakes the pump, which therefore needn't spin.
     QFutureWatcher<void> watcher;
     watcher.setFuture(future);
-    while (future.isRunning()) {
+    do {
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
-    }
+    } while (future.isRunning());
 }
 
 /// Moves the bar from any thread. The call may come late: the dialog may have been closed by then,
