@@ -40,7 +40,9 @@ DeckDescription columnDeck()
 
 void copyCompanions(const std::filesystem::path& folder)
 {
-    for (const char* name : {"column.dfg", "column.qsv", "box.txt", "analyse.py"}) {
+    std::filesystem::create_directories(folder / "stand_ins");
+    for (const char* name :
+         {"column.dfg", "column.qsv", "box.txt", "analyse.py", "stand_ins/conda"}) {
         const auto source = std::filesystem::path(SAMPLE_COMPANIONS) / name;
         std::filesystem::copy_file(source, folder / name,
                                    std::filesystem::copy_options::overwrite_existing);
@@ -52,8 +54,6 @@ void writeSample(const std::filesystem::path& folder)
     std::filesystem::create_directories(folder);
     const DeckPaths written = writeDeck(columnDeck(), folder, Stem);
     copyCompanions(folder);
-    std::filesystem::copy(std::filesystem::path(SAMPLE_COMPANIONS) / "stand_ins",
-                          folder / "stand_ins", std::filesystem::copy_options::overwrite_existing);
     std::cout << "Sample deck: " << written.deck.string() << std::endl;
 }
 
