@@ -7,6 +7,7 @@
 #include "deck/guarded_transfer.h"
 
 #include <functional>
+#include <stdexcept>
 
 using namespace HDF5DATATYPES;
 
@@ -20,8 +21,11 @@ void requireMembers(const H5::DataSet& dataset, const H5::CompType& type)
 {
     GuardedTransfer::requireClass(dataset, H5T_COMPOUND);
     const H5::CompType fileType = dataset.getCompType();
-    for (int member = 0; member < type.getNmembers(); ++member) {
-        fileType.getMemberIndex(type.getMemberName(static_cast<unsigned int>(member)));
+    for (unsigned int index = 0; index < static_cast<unsigned int>(type.getNmembers()); ++index) {
+        const std::string member = type.getMemberName(index);
+        if (H5Tget_member_index(fileType.getId(), member.c_str()) < 0) {
+            throw std::runtime_error(dataset.getObjName() + " lacks \"" + member + "\"");
+        }
     }
 }
 

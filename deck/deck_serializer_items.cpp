@@ -43,7 +43,7 @@ void requireDoubles(const H5::DataSet& dataset)
 {
     GuardedTransfer::requireClass(dataset, H5T_FLOAT);
     if (dataset.getFloatType().getSize() != sizeof(double)) {
-        throw std::runtime_error("A dataset of the deck has floats of another size");
+        throw std::runtime_error(dataset.getObjName() + " has floats of another size");
     }
 }
 
@@ -51,14 +51,14 @@ void requireVariableTexts(const H5::DataSet& dataset)
 {
     GuardedTransfer::requireClass(dataset, H5T_STRING);
     if (!dataset.getStrType().isVariableStr()) {
-        throw std::runtime_error("A dataset of the deck has texts of a fixed length");
+        throw std::runtime_error(dataset.getObjName() + " has texts of a fixed length");
     }
 }
 
 void requireCount(const H5::DataSet& dataset, std::size_t count)
 {
     if (GuardedTransfer::elementCount(dataset) != count) {
-        throw std::runtime_error("A dataset of the deck has another number of elements");
+        throw std::runtime_error(dataset.getObjName() + " has another number of elements");
     }
 }
 

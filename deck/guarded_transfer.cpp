@@ -46,12 +46,12 @@ std::size_t elementCount(const H5::DataSet& dataset)
 {
     const H5::DataSpace space = dataset.getSpace();
     if (space.getSimpleExtentNdims() != 1) {
-        throw std::runtime_error("A dataset of the deck is not one-dimensional");
+        throw std::runtime_error(dataset.getObjName() + " is not one-dimensional");
     }
     hsize_t count = 0;
     space.getSimpleExtentDims(&count);
     if (count > mostElements) {
-        throw std::runtime_error("A dataset of the deck has too many elements");
+        throw std::runtime_error(dataset.getObjName() + " has too many elements");
     }
     return static_cast<std::size_t>(count);
 }
@@ -59,14 +59,14 @@ std::size_t elementCount(const H5::DataSet& dataset)
 void requireClass(const H5::DataSet& dataset, H5T_class_t expected)
 {
     if (dataset.getTypeClass() != expected) {
-        throw std::runtime_error("A dataset of the deck has elements of another class");
+        throw std::runtime_error(dataset.getObjName() + " has elements of another class");
     }
 }
 
 void requireSingle(const H5::Attribute& attribute)
 {
     if (attribute.getSpace().getSimpleExtentNpoints() != 1) {
-        throw std::runtime_error("An attribute of the deck does not hold one element");
+        throw std::runtime_error("\"" + attribute.getName() + "\" does not hold one element");
     }
 }
 

@@ -1,0 +1,415 @@
+#include "deck/deck_loader_frame.h"
+
+#include "app/constants/icons.h"
+#include "deck/app_settings.h"
+#include "deck/deck_store.h"
+#include "tests/deck/deck_test_files.h"
+#include "tests/deck/expected_record.h"
+#include "tests/support/modal_watcher.h"
+#include "tests/support/test_environment.h"
+
+#include <QBitmap>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTextBrowser>
+#include <QTextDocument>
+#include <QVBoxLayout>
+#include <QtTest>
+
+namespace fs = std::filesystem;
+using DeckTestFiles::newDeck;
+
+namespace {
+
+QString text(const fs::path& path)
+{
+    return QString::fromStdString(path.string());
+}
+
+QString stored(int selector)
+{
+    return CAppSettings::instance()->text(selector);
+}
+
+const std::vector<CCreatorData>& records()
+{
+    return CDeckStore::instance()->creatorData();
+}
+
+QString newFile(const DeckPaths& deck, const char* name)
+{
+    const QString path = text(deck.deck.parent_path() / name);
+    QFile(path).open(QIODevice::WriteOnly);
+    return path;
+}
+
+/// The page as a user meets it.
+struct SPage
+{
+    CDeckLoaderFrame frame;
+    QSignalSpy complete{&frame, &IFrame::stageComplete};
+
+    template <class Widget = QWidget>
+    Widget* find(const char* name) const
+    {
+        return frame.findChild<Widget*>(QString::fromLatin1(name));
+    }
+    QLineEdit* deckEdit() const { return find<QLineEdit>("m_leDeckFilePath"); }
+    QLineEdit* additionalEdit() const { return find<QLineEdit>("m_leAdditionalFilesPath"); }
+    bool lastAnswer() const { return complete.last().first().toBool(); }
+};
+
+} // namespace
+
+class TestDeckLoaderFrame : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init() { CTestEnvironment::reset(); }
+
+    void formStandsAsItShould()
+    {
+        const SPage page;
+        QCOMPARE(page.frame.objectName(), QStringLiteral("DeckLoaderFrameUI"));
+        QCOMPARE(page.frame.windowTitle(), QStringLiteral("DeckLoaderFrameUI"));
+        QCOMPARE(page.frame.sizePolicy().horizontalPolicy(), QSizePolicy::MinimumExpanding);
+        QCOMPARE(page.frame.sizePolicy().verticalPolicy(), QSizePolicy::MinimumExpanding);
+        QVERIFY(page.find<QLabel>("m_lblDeckFile")->text() == "Locate deck to use:");
+        QVERIFY(page.find<QLabel>("label")->text() == "Input valid ORVA simulation deck");
+        const auto* additional = page.find<QLabel>("m_lblAdditionalFiles");
+        QCOMPARE(additional->text(), QStringLiteral("Additional Files:"));
+        QVERIFY(additional->alignment().testFlag(Qt::AlignRight));
+        QVERIFY(additional->alignment().testFlag(Qt::AlignVCenter));
+        QCOMPARE(page.deckEdit()->placeholderText(), QStringLiteral("Please select a .zek file"));
+        QCOMPARE(page.deckEdit()->maximumHeight(), 22);
+        QCOMPARE(page.additionalEdit()->maximumHeight(), 22);
+        for (const char* name : {"m_pbZekFilesSelect", "m_pbAdditionalFilesSelect"}) {
+            const auto* button = page.find<QPushButton>(name);
+            QCOMPARE(button->text(), QStringLiteral("..."));
+            QCOMPARE(button->maximumSize(), QSize(22, 22));
+            QVERIFY(!button->autoDefault());
+        }
+        QVERIFY(page.frame.isVisible());
+    }
+
+    void formHasItsSizeUntilItIsShown()
+    {
+        QWidget widget;
+        Ui::DeckLoaderFrameUI form;
+        form.setupUi(&widget);
+        QCOMPARE(widget.size(), QSize(334, 242));
+    }
+
+    void cellsOfTheGrid_data()
+    {
+        QTest::addColumn<int>("row");
+        QTest::addColumn<int>("column");
+        QTest::newRow("m_lblAdditionalFiles") << 3 << 0;
+        QTest::newRow("m_pbZekFilesSelect") << 2 << 2;
+        QTest::newRow("m_Logo") << 5 << 1;
+        QTest::newRow("m_lblDeckFile") << 2 << 0;
+        QTest::newRow("m_leAdditionalFilesPath") << 3 << 1;
+        QTest::newRow("m_leDeckFilePath") << 2 << 1;
+        QTest::newRow("label") << 1 << 1;
+        QTest::newRow("m_pbAdditionalFilesSelect") << 3 << 2;
+        QTest::newRow("textBrowser") << 0 << 1;
+    }
+    void cellsOfTheGrid()
+    {
+        QFETCH(int, row);
+        QFETCH(int, column);
+        const SPage page;
+        const auto* grid = page.frame.findChild<QGridLayout*>(QStringLiteral("gridLayout_2"));
+        QVERIFY(page.frame.findChild<QVBoxLayout*>(QStringLiteral("verticalLayout")) != nullptr);
+        const int index = grid->indexOf(page.find(QTest::currentDataTag()));
+        QVERIFY(index >= 0);
+        int itemRow = -1;
+        int itemColumn = -1;
+        int rows = 0;
+        int columns = 0;
+        grid->getItemPosition(index, &itemRow, &itemColumn, &rows, &columns);
+        QCOMPARE(itemRow, row);
+        QCOMPARE(itemColumn, column);
+        QVERIFY(grid->itemAtPosition(6, 1)->spacerItem() != nullptr);
+    }
+
+    void introductionReadsAsItShould()
+    {
+        const SPage page;
+        const auto* browser = page.find<QTextBrowser>("textBrowser");
+        const QStringList lines = browser->toPlainText().split(QLatin1Char('\n'));
+        QCOMPARE(lines.size(), 8);
+        QCOMPARE(lines.at(0),
+                 QStringLiteral(
+                     "Tarnel is designed to support the ORVA Material Model calibration process. "
+                     " The primary function of Tarnel is to allow users to create a suitable ORVA "
+                     "Material Model by generating a number of simulations with different "
+                     "material parameters, run the simulations and analyse the results."));
+        QCOMPARE(lines.at(1), QStringLiteral("To Use:"));
+        QCOMPARE(lines.at(3), QStringLiteral("            > Use the Parameter Editor to choose "
+                                             "which material model inputs to vary."));
+        QCOMPARE(lines.at(7),
+                 QStringLiteral("            > Collating the results of any exported CSV files "
+                                "that have been created as a combined results file."));
+        QVERIFY(browser->toHtml().contains(QStringLiteral("MS Shell Dlg 2")));
+        QVERIFY(browser->toHtml().contains(QStringLiteral("font-size:8pt")));
+    }
+
+    void logoIsTheWindowsIcon()
+    {
+        const SPage page;
+        const auto* logo = page.find<QLabel>("m_Logo");
+        QCOMPARE(logo->minimumSize(), QSize(64, 64));
+        const QSize size = Icons::MainWindow.actualSize(QSize(64, 64));
+        QVERIFY(!size.isEmpty());
+        QCOMPARE(logo->pixmap(Qt::ReturnByValue).size(), size);
+        QCOMPARE(logo->pixmap(Qt::ReturnByValue).toImage(),
+                 Icons::MainWindow.pixmap(size).toImage());
+        QCOMPARE(logo->mask().isEmpty(), Icons::MainWindow.pixmap(size).mask().isNull());
+    }
+
+    void editsStartEmptyAndNothingIsEmitted()
+    {
+        CAppSettings::instance()->setValue(CAppSettings::ZEKPath, QStringLiteral("/a.zek"));
+        SPage page;
+        page.frame.onPageEntered();
+        QVERIFY(page.deckEdit()->text().isEmpty());
+        QVERIFY(page.additionalEdit()->text().isEmpty());
+        QCOMPARE(page.complete.count(), 0);
+        QVERIFY(records().empty());
+    }
+
+    void validDeckIsStoredAndLoaded()
+    {
+        const DeckPaths deck = newDeck(fullDeck(14));
+        CDeckStore::instance()->creatorData().resize(3);
+        SPage page;
+        page.deckEdit()->setText(text(deck.deck));
+        QCOMPARE(page.complete.count(), 1);
+        QVERIFY(page.lastAnswer());
+        QCOMPARE(records().size(), std::size_t(1));
+        QVERIFY(records().front() == expectedRecord(fullDeck(14), 14, "hopper"));
+        QCOMPARE(stored(CAppSettings::ZEKPath), text(deck.deck));
+        QCOMPARE(stored(CAppSettings::RootPath), text(deck.deck.parent_path()) + "/");
+        QCOMPARE(stored(CAppSettings::AdditionalFilesPath), QString());
+    }
+
+    void settingsAreWrittenBeforeTheDeckIsLoaded()
+    {
+        const DeckPaths deck = newDeck(fullDeck(14));
+        const DeckPaths broken = newDeck(fullDeck(14), "broken");
+        H5::H5File(broken.dataFile.string(), H5F_ACC_RDWR)
+            .unlink(std::string("/CreatorData/0/PhysicsModels"));
+        SPage page;
+        page.deckEdit()->setText(text(deck.deck));
+        page.deckEdit()->blockSignals(true);
+        page.deckEdit()->setText(text(broken.deck));
+        QVERIFY_EXCEPTION_THROWN(QMetaObject::invokeMethod(&page.frame, "validateFileSelections"),
+                                 H5::GroupIException);
+        QCOMPARE(stored(CAppSettings::ZEKPath), text(broken.deck));
+        QVERIFY(records().empty());
+        QCOMPARE(page.complete.count(), 1);
+    }
+
+    void eachChangeLoadsAgain()
+    {
+        const DeckPaths deck = newDeck(plainDeck(14));
+        SPage page;
+        page.deckEdit()->setText(text(deck.deck));
+        const QString file = newFile(deck, "notes.txt");
+        writeDeck(fullDeck(14), deck.deck.parent_path(), "hopper");
+        QVERIFY(records().front().m_surfaceSurface.m_hertzMindlinJkr.empty());
+        page.additionalEdit()->setText(file);
+        QVERIFY(page.lastAnswer());
+        QVERIFY(!records().front().m_surfaceSurface.m_hertzMindlinJkr.empty());
+        QCOMPARE(stored(CAppSettings::AdditionalFilesPath), file);
+    }
+
+    void emptyDeckEditIsInvalidAndKeepsTheStore()
+    {
+        const DeckPaths deck = newDeck(fullDeck(14));
+        SPage page;
+        page.deckEdit()->setText(text(deck.deck));
+        page.deckEdit()->clear();
+        QCOMPARE(page.complete.count(), 2);
+        QVERIFY(!page.lastAnswer());
+        QCOMPARE(records().front().m_sName, std::string("hopper"));
+        QCOMPARE(stored(CAppSettings::ZEKPath), text(deck.deck));
+    }
+
+    void otherEndingsAreInvalid_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::newRow("upper case") << "hopper.ZEK";
+        QTest::newRow("behind it") << "hopper.zek2";
+        QTest::newRow("none") << "hopper";
+    }
+    void otherEndingsAreInvalid()
+    {
+        QFETCH(QString, name);
+        const DeckPaths deck = newDeck(plainDeck(14));
+        const QString path = newFile(deck, qPrintable(name));
+        SPage page;
+        page.deckEdit()->setText(path);
+        QVERIFY(!page.lastAnswer());
+        QVERIFY(records().empty());
+        QVERIFY(CAppSettings::instance()->settings().allKeys().isEmpty());
+    }
+
+    void missingDeckIsInvalid()
+    {
+        SPage page;
+        page.deckEdit()->setText(QStringLiteral("/no/such/folder/hopper.zek"));
+        QVERIFY(!page.lastAnswer());
+    }
+
+    void pathThatCannotBeAskedForIsRaised()
+    {
+        const DeckPaths deck = newDeck(plainDeck(14));
+        const fs::path loop = deck.deck.parent_path() / "loop.zek";
+        fs::create_symlink(loop, loop);
+        SPage page;
+        page.deckEdit()->blockSignals(true);
+        page.deckEdit()->setText(text(loop));
+        try {
+            QMetaObject::invokeMethod(&page.frame, "validateFileSelections");
+            QFAIL("nothing was raised");
+        } catch (const fs::filesystem_error& error) {
+            QVERIFY(QByteArray(error.what()).contains("exists"));
+            QCOMPARE(error.path1(), loop);
+        }
+        QCOMPARE(page.complete.count(), 0);
+        const auto end = DeckTestFiles::runProbe({"page", text(loop)});
+        QVERIFY(end.crashed);
+        QVERIFY2(end.error.contains("exists"), end.error.constData());
+    }
+
+    void folderIsValidAndItsLoadIsBadData()
+    {
+        const DeckPaths deck = newDeck(plainDeck(14));
+        const QString folder = text(deck.deck.parent_path() / "x.zek");
+        QVERIFY(QDir().mkpath(folder));
+        SPage page;
+        page.deckEdit()->setText(folder);
+        QVERIFY(page.lastAnswer());
+        QVERIFY(records().front() == CCreatorData("bad data"));
+    }
+
+    void missingDataFileIsBadDataAndNextStays()
+    {
+        const DeckPaths deck = newDeck(plainDeck(14));
+        fs::remove(deck.dataFile);
+        SPage page;
+        page.deckEdit()->setText(text(deck.deck));
+        QVERIFY(page.lastAnswer());
+        QCOMPARE(records().size(), std::size_t(1));
+        QCOMPARE(records().front().m_sName, std::string("bad data"));
+        QCOMPARE(stored(CAppSettings::ZEKPath), text(deck.deck));
+    }
+
+    void additionalFilesDecideToo_data()
+    {
+        QTest::addColumn<QString>("files");
+        QTest::addColumn<bool>("valid");
+        QTest::newRow("one") << "%1/a.txt" << true;
+        QTest::newRow("two") << "%1/a.txt;%1/b.txt" << true;
+        QTest::newRow("a folder") << "%1" << true;
+        QTest::newRow("trailing separator") << "%1/a.txt;" << false;
+        QTest::newRow("leading separator") << ";%1/a.txt" << false;
+        QTest::newRow("separator alone") << ";" << false;
+        QTest::newRow("second missing") << "%1/a.txt;%1/c.txt" << false;
+        QTest::newRow("first missing") << "%1/c.txt;%1/a.txt" << false;
+    }
+    void additionalFilesDecideToo()
+    {
+        QFETCH(QString, files);
+        QFETCH(bool, valid);
+        const DeckPaths deck = newDeck(plainDeck(14));
+        newFile(deck, "a.txt");
+        newFile(deck, "b.txt");
+        SPage page;
+        page.deckEdit()->setText(text(deck.deck));
+        CDeckStore::instance()->creatorData().front().m_sName = "not loaded again";
+        const QString paths =
+            files.contains("%1") ? files.arg(text(deck.deck.parent_path())) : files;
+        page.additionalEdit()->setText(paths);
+        QCOMPARE(page.lastAnswer(), valid);
+        QCOMPARE(records().front().m_sName, std::string(valid ? "hopper" : "not loaded again"));
+        QCOMPARE(stored(CAppSettings::AdditionalFilesPath), valid ? paths : QString());
+    }
+
+    void invalidDeckStaysInvalidWithGoodAdditionalFiles()
+    {
+        const DeckPaths deck = newDeck(plainDeck(14));
+        SPage page;
+        page.additionalEdit()->setText(newFile(deck, "a.txt"));
+        QVERIFY(!page.lastAnswer());
+    }
+
+    void browsingFillsTheDeckEdit()
+    {
+        const DeckPaths deck = newDeck(plainDeck(14));
+        const QString folder = text(deck.deck.parent_path()) + "/";
+        CAppSettings::instance()->setValue(CAppSettings::RootPath, folder);
+        CModalWatcher watcher;
+        watcher.answerNextFileDialog({text(deck.deck)});
+        SPage page;
+        page.find<QPushButton>("m_pbZekFilesSelect")->click();
+        QCOMPARE(watcher.fileDialogs().size(), std::size_t(1));
+        const SShownFileDialog& dialog = watcher.fileDialogs().front();
+        QCOMPARE(dialog.title, QStringLiteral("Choose .zek File"));
+        QCOMPARE(dialog.nameFilters, QStringList{QStringLiteral("Zek file (*.zek)")});
+        QCOMPARE(QDir(dialog.directory).absolutePath(), QDir(folder).absolutePath());
+        QVERIFY(dialog.hasParent);
+        QCOMPARE(page.deckEdit()->text(), text(deck.deck));
+        QVERIFY(page.lastAnswer());
+    }
+
+    void browsingJoinsTheAdditionalFiles()
+    {
+        const DeckPaths deck = newDeck(plainDeck(14));
+        const QStringList files = {newFile(deck, "a.txt"), newFile(deck, "b.txt")};
+        CAppSettings::instance()->setValue(CAppSettings::RootPath,
+                                           text(deck.deck.parent_path()) + "/");
+        CModalWatcher watcher;
+        watcher.answerNextFileDialog(files);
+        SPage page;
+        page.find<QPushButton>("m_pbAdditionalFilesSelect")->click();
+        QCOMPARE(watcher.fileDialogs().size(), std::size_t(1));
+        QCOMPARE(watcher.fileDialogs().front().title, QStringLiteral("Choose Additional Files"));
+        QCOMPARE(watcher.fileDialogs().front().fileMode, QFileDialog::ExistingFiles);
+        QCOMPARE(page.additionalEdit()->text(), files.join(QLatin1Char(';')));
+    }
+
+    void cancelledBrowsingKeepsTheEdits()
+    {
+        const DeckPaths deck = newDeck(plainDeck(14));
+        SPage page;
+        page.deckEdit()->setText(text(deck.deck));
+        CModalWatcher watcher;
+        watcher.cancelNextFileDialog();
+        page.find<QPushButton>("m_pbZekFilesSelect")->click();
+        watcher.cancelNextFileDialog();
+        page.find<QPushButton>("m_pbAdditionalFilesSelect")->click();
+        QCOMPARE(watcher.fileDialogs().size(), std::size_t(2));
+        QCOMPARE(page.deckEdit()->text(), text(deck.deck));
+        QVERIFY(page.additionalEdit()->text().isEmpty());
+        QCOMPARE(page.complete.count(), 1);
+    }
+
+    void pagesComeAndGo()
+    {
+        for (int round = 0; round < 3; ++round) {
+            QWidget window;
+            auto* page = new CDeckLoaderFrame(&window);
+            QCOMPARE(page->parentWidget(), &window);
+        }
+    }
+};
+
+TARNEL_TEST_MAIN(TestDeckLoaderFrame)
+#include "deck_loader_frame_test.moc"
