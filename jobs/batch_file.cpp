@@ -28,7 +28,8 @@ std::string shellLines(const CaseCommands& commands)
     if (commands.m_sCoupling.empty()) {
         return run;
     }
-    return commands.m_sCoupling + " & server=$!\n" + run + "kill \"$server\" 2>/dev/null\n";
+    return commands.m_sCoupling + " & server=$!\n" + run +
+           "kill \"$server\" 2>/dev/null; wait \"$server\"\n";
 }
 
 std::string shellPreparation(const CommandContext& context)

@@ -177,14 +177,15 @@ std::string schemeHeadings(const CCreatorData& deck)
     return writer.text();
 }
 
-CCreatorData caseRecord(const CCreatorData& deck, std::string name, const CaseRow& row)
+CCreatorData caseRecord(const CCreatorData& deck, std::size_t index, const CaseRow& row)
 {
-    CCreatorData record(std::move(name));
+    CCreatorData record(deck.m_sName + std::to_string(index));
     SlotFiller filler(row);
     HeadingScheme::walk(deck, record, filler);
     if (filler.missing() > 0) {
-        std::cerr << "Case record " << record.m_sName << ": the row ends " << filler.missing()
-                  << " values too early; they stay as in the deck" << std::endl;
+        std::cerr << "Case " << index - 1 << " of " << deck.m_sName
+                  << " ends early, missing values: " << filler.missing() << "; the deck's own stay"
+                  << std::endl;
     }
     return record;
 }

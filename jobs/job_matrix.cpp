@@ -100,5 +100,5 @@ void CJobMatrix::createCaseRecord(const CaseRow& row)
 {
     std::vector<CCreatorData>& records = CDeckStore::instance()->creatorData();
     const CCreatorData& deck = checked::element(records, 0);
-    records.push_back(caseRecord(deck, deck.m_sName + std::to_string(records.size()), row));
+    records.push_back(caseRecord(deck, records.size(), row));
 }
