@@ -274,5 +274,13 @@ void CDoubleSpinBox::onUpdateUnits(QString /*text*/)
 
 bool CDoubleSpinBox::event(QEvent* e)
 {
-    return e->type() == QEvent::Wheel ? forwardWheel(*this, e) : QDoubleSpinBox::event(e);
+    if (e->type() == QEvent::Wheel) {
+        return forwardWheel(*this, e);
+    }
+    if (e->type() == QEvent::Show) {
+        // The base class would write a number out of its range as the nearest one within.
+        const CTextKeeper keeper(*lineEdit());
+        return QDoubleSpinBox::event(e);
+    }
+    return QDoubleSpinBox::event(e);
 }

@@ -104,8 +104,7 @@ int CIntegerSpinBox::valueFromText(const QString& text) const
     QString copy = text;
     int pos = lineEdit()->cursorPosition();
     validate(copy, pos);
-    const QString number = SuffixText::without(copy, suffix());
-    return isOwnText(number) ? m_shown : locale().toInt(number);
+    return locale().toInt(SuffixText::without(copy, suffix()));
 }
 
 QValidator::State CIntegerSpinBox::validate(QString& input, int& pos) const
@@ -129,7 +128,7 @@ void CIntegerSpinBox::onEditingFinished()
     const int v = wasEdited() ? truncated(m_units->toBase(value())) : m_value;
     if (v != m_value) {
         commit(v);
-    } else if (lineEdit()->text() != textFromValue(m_shown) + suffix()) {
+    } else {
         display();
     }
 }

@@ -24,6 +24,7 @@ private slots:
     void typedBoundIsACommitThoughTheRangeHeldIt();
     void typedNumberBeyondTheRangeIsHeldInIt();
     void typingTheShownTextAgainChangesNothing();
+    void typingTheShownValueOutOfBoundsAgainChangesNothing();
     void emptiedBoxGoesBackToItsValue();
     void valueSetFromOutsideIsCommittedByReturn();
     void lettersCannotBeTyped();
@@ -166,6 +167,18 @@ void DoubleSpinBoxEditingTest::typingTheShownTextAgainChangesNothing()
     QCOMPARE(modified.count(), 0);
 }
 
+void DoubleSpinBoxEditingTest::typingTheShownValueOutOfBoundsAgainChangesNothing()
+{
+    CDoubleBox box(1, 2);
+    box.setValue(0);
+    QSignalSpy modified(&box, &CDoubleSpinBox::valueModified);
+    box.type(QStringLiteral("0"));
+    box.leave();
+    QCOMPARE(box.storedValue(), 0.0);
+    QCOMPARE(box.text(), QStringLiteral("0 "));
+    QCOMPARE(modified.count(), 0);
+}
+
 void DoubleSpinBoxEditingTest::emptiedBoxGoesBackToItsValue()
 {
     CDoubleBox box(1, 2);
@@ -258,6 +271,7 @@ void DoubleSpinBoxEditingTest::selectionStopsAtTheSuffix()
     QCOMPARE(box.lineEdit()->selectedText(), QStringLiteral("12"));
     box.lineEdit()->setSelection(4, -3);
     QCOMPARE(box.lineEdit()->selectedText(), QStringLiteral("2"));
+    QCOMPARE(box.lineEdit()->cursorPosition(), 1);
     box.lineEdit()->setSelection(2, 2);
     QVERIFY(!box.lineEdit()->hasSelectedText());
     QCOMPARE(box.lineEdit()->cursorPosition(), 2);

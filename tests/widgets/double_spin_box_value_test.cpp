@@ -26,6 +26,7 @@ private slots:
     void numberFromOneUpIsShownRounded();
     void valueOutOfBoundsStaysAndIsRed();
     void valueOutOfBoundsAboveOneStaysAndIsRed();
+    void valueOutOfBoundsStaysWhenTheBoxIsShownAndDisabled();
     void notANumberIsRedAndStays();
     void boundsBelongToTheGoodValues();
     void nothingStartsRed_data();
@@ -119,6 +120,21 @@ void DoubleSpinBoxValueTest::valueOutOfBoundsAboveOneStaysAndIsRed()
     QVERIFY(box.isRed());
     box.setValue(1.5);
     QVERIFY(!box.isRed());
+}
+
+void DoubleSpinBoxValueTest::valueOutOfBoundsStaysWhenTheBoxIsShownAndDisabled()
+{
+    CDoubleBox box(1, 2);
+    box.setValue(0);
+    box.show();
+    QCOMPARE(box.text(), QStringLiteral("0 "));
+    QFont struckOut;
+    struckOut.setStrikeOut(true);
+    box.setFont(struckOut);
+    box.setDisabled(true);
+    box.setDisabled(false);
+    QCOMPARE(box.text(), QStringLiteral("0 "));
+    QVERIFY(box.isRed());
 }
 
 void DoubleSpinBoxValueTest::notANumberIsRedAndStays()

@@ -54,6 +54,7 @@ private slots:
     void editingFinishedWithoutChangeEmitsNothing();
     void emptiedBoxGoesBackToItsValue();
     void lettersCannotBeTyped();
+    void numberBeyondTheRangeCannotBeTyped();
     void blankSuffixIsRestored();
     void caretAndSelectionStopAtTheSuffix();
     void selectedDigitGivesTheStep();
@@ -131,6 +132,9 @@ void IntegerSpinBoxTest::editingFinishedWithoutChangeEmitsNothing()
     box.type(QStringLiteral("42"));
     box.sendFocus(QEvent::FocusOut);
     QTest::keyClick(&box, Qt::Key_Return);
+    box.type(QStringLiteral("042"));
+    box.sendFocus(QEvent::FocusOut);
+    QCOMPARE(box.text(), QStringLiteral("42 "));
     QCOMPARE(modified.count(), 0);
 }
 
@@ -152,6 +156,14 @@ void IntegerSpinBoxTest::lettersCannotBeTyped()
     CIntegerBox box(0, 999);
     box.type(QStringLiteral("1a.2 e3"));
     QCOMPARE(box.text(), QStringLiteral("123 "));
+}
+
+void IntegerSpinBoxTest::numberBeyondTheRangeCannotBeTyped()
+{
+    CIntegerBox box(0, 99);
+    box.type(QStringLiteral("1234"));
+    QCOMPARE(box.text(), QStringLiteral("12 "));
+    QCOMPARE(box.value(), 12);
 }
 
 void IntegerSpinBoxTest::blankSuffixIsRestored()
