@@ -7,6 +7,7 @@ tarnel_library(tarnel_window
     app/startup.h)
 target_link_libraries(tarnel_window PUBLIC
     tarnel_deck tarnel_parameters tarnel_setup tarnel_jobs tarnel_results)
+tarnel_form(tarnel_window main_window)
 
 add_executable(tarnel WIN32 app/main.cpp)
 target_link_libraries(tarnel PRIVATE tarnel_warnings tarnel_window)
