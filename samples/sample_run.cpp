@@ -11,14 +11,10 @@ namespace {
 
 constexpr unsigned ColumnCount = 6;
 constexpr double FarthestPlace = 1000.0;
+constexpr double MostSteps = 1e12;
 
 double timeStepOf(const SSampleOptions& options)
 {
-    if (options.timeStep > CHeapExperiment::longestTimeStep())
-        throw CSampleError(CSampleError::BadCommandLine,
-                           "The time step behind -t is longer than the " +
-                               std::to_string(CHeapExperiment::longestTimeStep()) +
-                               " s that resolve a collision.");
     if (options.timeStep > 0.0)
         return options.timeStep;
     // A whole number of steps to each save, so that saved times are what was asked for.
@@ -26,6 +22,20 @@ double timeStepOf(const SSampleOptions& options)
                             ? std::min(options.saveInterval, options.totalTime)
                             : options.totalTime;
     return span / std::ceil(span / CHeapExperiment::automaticTimeStep());
+}
+
+double checkedTimeStep(const SSampleOptions& options)
+{
+    const double timeStep = timeStepOf(options);
+    if (timeStep > CHeapExperiment::longestTimeStep())
+        throw CSampleError(CSampleError::BadCommandLine,
+                           "The time step behind -t is longer than the " +
+                               std::to_string(CHeapExperiment::longestTimeStep()) +
+                               " s that resolve a collision.");
+    if (options.totalTime / timeStep > MostSteps)
+        throw CSampleError(CSampleError::BadCommandLine,
+                           "The total time behind -r takes too many time steps.");
+    return timeStep;
 }
 
 unsigned long stepAt(double time, double timeStep)
@@ -54,7 +64,7 @@ void checkBounds(const std::vector<SBody>& bodies)
 
 CSampleRun::CSampleRun(const SSampleOptions& options, const SSampleDeck& deck)
     : m_options(options)
-    , m_timeStep(timeStepOf(options))
+    , m_timeStep(checkedTimeStep(options))
 {
     for (unsigned seed = 1; seed <= ColumnCount; ++seed)
         m_columns.emplace_back(deck.values, seed);

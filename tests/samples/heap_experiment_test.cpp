@@ -65,6 +65,7 @@ void HeapExperimentTest::theColumnRestsBehindTheGateBeforeItOpens()
     const SHeapMeasures measures = measureHeap(CHeapExperiment(ordinaryValues(), 1).bodies());
     QVERIFY(measures.runOut < 0.081);
     QVERIFY(measures.height > 0.1);
+    QVERIFY(measures.centreHeight < 0.07);
     QVERIFY(measures.kineticEnergy < 1e-7);
 }
 

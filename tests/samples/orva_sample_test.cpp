@@ -314,6 +314,8 @@ void OrvaSampleTest::aBadCommandLineIsOneSentence_data()
     QTest::newRow("no such engine") << deck + QStringList{"-E", "3"} << QByteArray("-E");
     QTest::newRow("no such axis") << deck + QStringList{"--gpu-split", "W"} << QByteArray("W");
     QTest::newRow("long time step") << deck + QStringList{"-t", "0.01"} << QByteArray("-t");
+    QTest::newRow("endless time") << deck + QStringList{"-r", "1e300", "-w", "0"}
+                                  << QByteArray("-r");
     QTest::newRow("too many saves")
         << deck + QStringList{"-r", "1", "-w", "0.00001"} << QByteArray("-w");
 }
