@@ -75,6 +75,8 @@ void CSimulatorCsvTest::aSecondTimeHeadingAppendsToTheSameColumns()
 {
     QCOMPARE(rowsOf("EXTRACTED DATA\nTIME,a\n0,1\nTIME:,5\nTIME,b\n2,3\n"),
              QByteArray("TIME:|5|\nTIME|0|TIME|2|\na|1|b|3|\n"));
+    QCOMPARE(rowsOf("EXTRACTED DATA\nTIME,a\n0,1\nTIME,b,c\n2,3,4\n"),
+             QByteArray("TIME|0|TIME|2|\na|1|b|3|\n"));
 }
 
 void CSimulatorCsvTest::aShortTableLineLeavesLaterColumnsShorter()
