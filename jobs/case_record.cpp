@@ -77,10 +77,10 @@ public:
     template <class Map>
     void keyed(const Map& deck, Map& record, const Labels&)
     {
-        for (const auto& [key, values] : deck) {
-            auto taken = values;
+        for (const auto& element : deck) {
+            typename Map::mapped_type taken{};
             take(taken);
-            record.emplace_hint(record.end(), key, taken);
+            record.emplace_hint(record.end(), element.first, taken);
         }
     }
 
@@ -89,7 +89,7 @@ public:
                 const std::string&)
     {
         if (!deck.first.empty()) {
-            record = deck;
+            record.first = deck.first;
             take(record.second);
         }
     }
@@ -107,11 +107,12 @@ public:
         if (deck.m_sName.empty()) {
             return;
         }
-        record.m_density = taken(deck.m_density);
-        record.m_fieldScale = taken(deck.m_fieldScale);
-        record.m_viscosity = taken(deck.m_viscosity);
-        record.m_usingSteadyFlow = takenFlag(deck.m_usingSteadyFlow);
-        record.m_steadyFlowVelocity = deck.m_steadyFlowVelocity;
+        take(record.m_density);
+        take(record.m_fieldScale);
+        take(record.m_viscosity);
+        bool usingSteadyFlow = false;
+        take(usingSteadyFlow);
+        record.m_usingSteadyFlow = usingSteadyFlow ? 1.0 : 0.0;
         take(record.m_steadyFlowVelocity);
     }
 
@@ -128,32 +129,24 @@ private:
         return nullptr;
     }
 
+    /// A slot behind the end of the row keeps its default.
     template <class Value>
-    static Value typed(const CaseValue& value)
+    void takeTyped(Value& slot)
     {
-        if (const Value* held = std::get_if<Value>(&value)) {
-            return *held;
+        const CaseValue* value = next();
+        if (value == nullptr) {
+            return;
         }
-        MessageBox::warning(Messages::Warning, Messages::MistypedValues);
-        return Value();
+        if (const Value* held = std::get_if<Value>(value)) {
+            slot = *held;
+        } else {
+            MessageBox::warning(Messages::Warning, Messages::MistypedValues);
+            slot = Value();
+        }
     }
 
-    template <class Value>
-    Value taken(Value fallback)
-    {
-        const CaseValue* value = next();
-        return value == nullptr ? fallback : typed<Value>(*value);
-    }
-
-    /// A flag that the deck keeps as a number.
-    double takenFlag(double fallback)
-    {
-        const CaseValue* value = next();
-        return value == nullptr ? fallback : static_cast<double>(typed<bool>(*value));
-    }
-
-    void take(double& slot) { slot = taken(slot); }
-    void take(bool& slot) { slot = taken(slot); }
+    void take(double& slot) { takeTyped(slot); }
+    void take(bool& slot) { takeTyped(slot); }
 
     /// The elements of a pair or a tuple, in order.
     template <class Tuple>
@@ -184,8 +177,8 @@ CCreatorData caseRecord(const CCreatorData& deck, std::size_t index, const CaseR
     HeadingScheme::walk(deck, record, filler);
     if (filler.missing() > 0) {
         std::cerr << "Case " << index - 1 << " of " << deck.m_sName
-                  << " ends early, missing values: " << filler.missing() << "; the deck's own stay"
-                  << std::endl;
+                  << " ends early, missing values: " << filler.missing()
+                  << "; the slots keep their defaults" << std::endl;
     }
     return record;
 }

@@ -13,5 +13,5 @@ std::string schemeHeadings(const CCreatorData& deck);
 /// the deck's name followed by `index`, with the values of `row` under the keys and tags of the
 /// deck. What the scheme doesn't name stays at its default. A modal box comes up for each value of
 /// the wrong type, whose slot takes 0.0 or false. Where the row ends too early the remaining slots
-/// keep the deck's own values, and a line on the standard error stream says so.
+/// keep their defaults, and a line on the standard error stream says so.
 CCreatorData caseRecord(const CCreatorData& deck, std::size_t index, const CaseRow& row);

@@ -6,6 +6,7 @@
 #include "jobs/job_loading.h"
 #include "jobs/job_matrix.h"
 #include "jobs/job_specification.h"
+#include "tests/jobs/deck_row.h"
 #include "tests/jobs/job_fixture.h"
 #include "tests/support/test_environment.h"
 
@@ -13,12 +14,25 @@
 #include <QtTest>
 
 #include <fstream>
+#include <sstream>
 
 namespace fs = std::filesystem;
 
 namespace {
 
 using Names = std::vector<std::string>;
+
+/// A line of the job matrix for one case.
+std::string matrixLine(const CaseRow& row)
+{
+    std::ostringstream line;
+    line << std::boolalpha << "0,";
+    for (const CaseValue& value : row) {
+        std::visit([&line](auto held) { line << held << ','; }, value);
+    }
+    line << " -c \n";
+    return line.str();
+}
 
 } // namespace
 
@@ -45,7 +59,7 @@ private slots:
     void missingAdditionalFileEndsThePreparation();
     void missingCompanionEndsThePreparation();
     void missingScriptEndsThePreparation();
-    void shortRowLeavesTheDecksValues();
+    void shortRowLeavesTheDefaults();
 
 private:
     void generateAndLoad();
@@ -139,10 +153,10 @@ void CasePreparationTest::everyModelOfADeckReachesTheCase()
     CDeckStore::instance()->setSimulatorOptions(" -c ");
     CJobMatrix matrix;
     m_job = generateJobFolder(matrix, m_fixture->folder("save")).value();
-    // A row without values: the case is to hold what the deck holds, as far as the scheme goes.
+    const CCreatorData deck = recordIn(m_job + "/bed_data/0.h5");
+    std::ofstream(m_job + "/input_jobID-Matrix.csv") << "h\n" << matrixLine(CDeckRow::of(deck));
     load();
     prepare();
-    const CCreatorData deck = recordIn(m_job + "/bed_data/0.h5");
     CCreatorData record = recordIn(m_root + "/Job0/bed0_data/0.h5");
     // Type C rolling friction isn't part of the scheme, so the case's record holds none of it.
     for (CModelSet* set : {static_cast<CModelSet*>(&record.m_surfaceSurface),
@@ -275,7 +289,7 @@ void CasePreparationTest::missingScriptEndsThePreparation()
     QVERIFY(!fs::exists(m_root + "/Job0/bed0_data"));
 }
 
-void CasePreparationTest::shortRowLeavesTheDecksValues()
+void CasePreparationTest::shortRowLeavesTheDefaults()
 {
     generateAndLoad();
     std::ofstream(m_job + "/input_jobID-Matrix.csv") << "h\n0,0.9, -c \n";
@@ -283,7 +297,7 @@ void CasePreparationTest::shortRowLeavesTheDecksValues()
     prepare();
     const CCreatorData record = recordIn(m_root + "/Job0/bed0_data/0.h5");
     QVERIFY(record.m_interactions ==
-            TripleMap({{"glass<>glass", {0.9, 0.25, 0.02}}, {"glass<>steel", {0.5, 0.4, 0.01}}}));
+            TripleMap({{"glass<>glass", {0.9, 0.0, 0.0}}, {"glass<>steel", {0.0, 0.0, 0.0}}}));
 }
 
 TARNEL_TEST_MAIN(CasePreparationTest)

@@ -1,5 +1,6 @@
 #include "jobs/case_record.h"
 
+#include "tests/jobs/deck_row.h"
 #include "tests/jobs/job_fixture.h"
 #include "tests/support/modal_watcher.h"
 #include "tests/support/test_environment.h"
@@ -375,10 +376,10 @@ void CaseRecordTest::shortRowKeepsTheDecksValuesAndSaysSo()
     const CErrorCapture errors;
     const CModalWatcher watcher;
     const CCreatorData record = caseRecord(deck, 3, {9.0});
-    QVERIFY(record.m_interactions == TripleMap({{"a<>b", {9.0, 0.6, 0.7}}}));
+    QVERIFY(record.m_interactions == TripleMap({{"a<>b", {9.0, 0.0, 0.0}}}));
     QVERIFY(record.m_surfaceGeometry.m_standardRollingFriction ==
-            CTaggedValue<bool>("Active", true));
-    QCOMPARE(record.m_externalForces.m_saffmanLift.m_viscosity, 0.25);
+            CTaggedValue<bool>("Active", false));
+    QCOMPARE(record.m_externalForces.m_saffmanLift.m_viscosity, 0.0);
     QCOMPARE(watcher.messages().size(), std::size_t(0));
     QCOMPARE(errors.text().count('\n'), 1);
     QVERIFY2(errors.text().contains("Case 2 of bed") &&
@@ -390,8 +391,7 @@ void CaseRecordTest::everythingOutsideTheSchemeStaysAtItsDefault()
 {
     const CCreatorData deck = fullRecord(*m_fixture, 14);
     QVERIFY(!deck.m_surfaceGeometry.m_okaWear.empty());
-    const CErrorCapture errors;
-    const CCreatorData record = caseRecord(deck, 1, {});
+    const CCreatorData record = caseRecord(deck, 1, CDeckRow::of(deck));
     QVERIFY(record.m_surfaceGeometry.m_okaWear.empty());
     QVERIFY(record.m_surfaceSurface.m_sprayCoating.empty());
     QVERIFY(record.m_surfaceGeometry.m_archardDeformation == CTaggedValue<bool>("", false));

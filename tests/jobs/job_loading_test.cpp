@@ -417,7 +417,8 @@ void JobLoadingTest::heatConductionBelowFormat2ShiftsTheColumns()
     QCOMPARE(fieldUnder(lines, "glass Thermal Conductivity"), QStringLiteral("0.25"));
     const CCreatorData& record = CDeckStore::instance()->creatorData().at(1);
     QVERIFY(record.m_surfaceGeometry.m_heatConductionParticle == SingleMap({{"glass", 0.25}}));
-    QVERIFY(record.m_surfaceGeometry.m_archardWear == SingleMap({{"glass", 0.25}}));
+    // The row has ended by then.
+    QVERIFY(record.m_surfaceGeometry.m_archardWear == SingleMap({{"glass", 0.0}}));
 }
 
 void JobLoadingTest::yieldsWithoutInteractionsShiftTheColumns()

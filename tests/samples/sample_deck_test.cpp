@@ -66,10 +66,11 @@ void SampleDeckTest::init()
 
 void SampleDeckTest::writesADeckWithAllThatBelongsToIt()
 {
-    const QSet<QString> expected{QStringLiteral("column.zek"),      QStringLiteral("column.ynd"),
-                                 QStringLiteral("column.dfg"),      QStringLiteral("column.qsv"),
-                                 QStringLiteral("box.txt"),         QStringLiteral("analyse.py"),
-                                 QStringLiteral("column_data/0.h5")};
+    const QSet<QString> expected{
+        QStringLiteral("column.zek"),      QStringLiteral("column.ynd"),
+        QStringLiteral("column.dfg"),      QStringLiteral("column.qsv"),
+        QStringLiteral("box.txt"),         QStringLiteral("analyse.py"),
+        QStringLiteral("stand_ins/conda"), QStringLiteral("column_data/0.h5")};
     QCOMPARE(relativeFiles(m_folder->path()), expected);
 }
 
