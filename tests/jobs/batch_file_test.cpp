@@ -204,17 +204,18 @@ void BatchFileTest::shellScriptRunsTheAnalysisInTheCaseFolder()
 
 void BatchFileTest::shellScriptEndsTheCouplingServerWithItsCase()
 {
+    // Both give up after a while, so that nothing is left behind if the script fails.
     const std::string simulator = m_fixture->writeFile(
-        "orva", "#!/bin/sh\nuntil test -e ready; do sleep 0.05; done\nrm ready\necho simulated\n");
+        "orva", "#!/bin/sh\nfor round in $(seq 100); do\n"
+                "if test -e ready; then rm ready; echo simulated; exit; fi\nsleep 0.05\ndone\n");
+    const std::string server = "#!/bin/sh\necho \"serving $0 $*\"\ntrap 'echo ended; exit' TERM\n"
+                               ": > ready\nfor round in $(seq 200); do sleep 0.05; done\n";
     makeExecutable(simulator);
     setExecutable(simulator);
     CDeckStore::instance()->setCoupling({"server", "-p 1"});
     const std::string root = caseRoot();
-    for (const char* folder : {"case root/Job0/server", "case root/Job1/server"}) {
-        makeExecutable(m_fixture->writeFile(folder, "#!/bin/sh\necho \"serving $0 $*\"\n: > ready\n"
-                                                    "trap 'echo ended; exit 0' TERM\n"
-                                                    "while :; do sleep 0.05; done\n"));
-    }
+    makeExecutable(m_fixture->writeFile("case root/Job0/server", server));
+    makeExecutable(m_fixture->writeFile("case root/Job1/server", server));
     writeBatchFiles(root, batchCommands());
     const QStringList lines = runScript(root).split('\n', Qt::SkipEmptyParts);
     QCOMPARE(lines.filter("serving").join(';'),

@@ -7,6 +7,7 @@
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
+#include <QProcess>
 #include <QtTest>
 
 namespace fs = std::filesystem;
@@ -55,6 +56,7 @@ private slots:
     void additionalFilesAreCopiedAndListed();
     void missingAdditionalFilesAreSkipped();
     void twoAdditionalFilesOfOneNameFailAfterTheFirstLine();
+    void uncaughtErrorLeavesOnDiskWhatWasWritten();
     void additionalFileNamedLikeTheDeckFails();
     void couplingFileIsCopiedAndListed();
     void missingCouplingFileFailsBeforeItsList();
@@ -205,6 +207,22 @@ void JobSpecificationTest::twoAdditionalFilesOfOneNameFailAfterTheFirstLine()
     QCOMPARE(listWhenRaised, std::string("bed\n"));
     QCOMPARE(contentOf(m_save + "/JobSpec/a.txt"), std::string("first"));
     QVERIFY(!fs::exists(m_save + "/JobSpec/bed_data"));
+}
+
+void JobSpecificationTest::uncaughtErrorLeavesOnDiskWhatWasWritten()
+{
+    QProcess probe;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    // What the probe can't remove any more goes with this test's own folder.
+    environment.insert("TMPDIR", QString::fromStdString(m_fixture->folder("probe")));
+    probe.setProcessEnvironment(environment);
+    probe.start(TARNEL_JOB_PROBE, {QString::fromStdString(m_save)});
+    QVERIFY(probe.waitForFinished(30000));
+    QCOMPARE(probe.exitStatus(), QProcess::CrashExit);
+    QVERIFY(probe.readAllStandardError().contains("copy_file"));
+    QCOMPARE(contentOf(m_save + "/JobSpec/input_jobID-Matrix.csv"),
+             std::string("Job ID#,Simulator Options\n0, -c \n"));
+    QCOMPARE(contentOf(m_save + "/JobSpec/Additional File Directory.txt"), std::string("bed\n"));
 }
 
 void JobSpecificationTest::additionalFileNamedLikeTheDeckFails()
