@@ -30,7 +30,8 @@ public:
     bool modal = false;
     bool hasParent = false;
     bool onlyFromTheGuiThread = true;
-    QPointer<QProgressDialog> dialog;
+    /// Only to tell whether it still lives.
+    QPointer<QObject> dialog;
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override

@@ -1,5 +1,4 @@
 #include "results/result_table.h"
-#include "tests/results/descriptor_limit.h"
 #include "tests/results/result_tree.h"
 #include "tests/support/test_environment.h"
 
@@ -117,12 +116,9 @@ void CResultTableTest::ofTwoFilesOfOneCaseTheFirstIsTaken()
 
 void CResultTableTest::aFileThatCannotBeOpenedYieldsNoLines()
 {
-    const fs::path file = put(QStringLiteral("Job1/x.csv"), "EXTRACTED DATA\na\n");
+    const fs::path gone = fs::path(m_folder.toStdString()) / "Job1" / "gone.csv";
     ResultTable table;
-    {
-        const CDescriptorLimit limit(0);
-        gatherSimulatorResults({file}, nobody, table);
-    }
+    gatherSimulatorResults({gone}, nobody, table);
     QCOMPARE(written(table), std::string("\n"));
     QCOMPARE(table.count(1), std::size_t(1));
 }
