@@ -99,8 +99,8 @@ private:
         if (m_simulator.error() != QProcess::FailedToStart) {
             return m_simulator.exitCode();
         }
-        std::fprintf(stderr, "Case %d: %s\n", m_task.m_iCaseNumber,
-                     qPrintable(m_simulator.errorString()));
+        std::fprintf(stderr, "Case %d: %s: %s\n", m_task.m_iCaseNumber,
+                     qPrintable(m_simulator.program()), qPrintable(m_simulator.errorString()));
         return notStarted;
     }
 

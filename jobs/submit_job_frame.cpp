@@ -43,6 +43,23 @@ QString chosenFolder(QWidget* parent, const QString& start)
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
 }
 
+/// Gives the columns of grids that stand below one another the same least widths.
+void alignColumns(const QList<QGridLayout*>& rows)
+{
+    for (int column = 0; column < rows.first()->columnCount(); ++column) {
+        int widest = 0;
+        for (const QGridLayout* row : rows) {
+            const QLayoutItem* const item = row->itemAtPosition(0, column);
+            widest = std::max(widest, item == nullptr ? 0 : item->sizeHint().width());
+        }
+        for (QGridLayout* row : rows) {
+            // No spacing stands before a column in which there is nothing.
+            const bool empty = row->itemAtPosition(0, column) == nullptr;
+            row->setColumnMinimumWidth(column, widest + (empty ? row->horizontalSpacing() : 0));
+        }
+    }
+}
+
 std::string nameOfDeck()
 {
     const auto& records = CDeckStore::instance()->creatorData();
@@ -69,7 +86,7 @@ CSubmitJobFrame::CSubmitJobFrame(QWidget* parent)
     m_sbConcurrentSimulations->setEnabled(false);
     m_gbSimulationExecutionOptions->setEnabled(false);
     m_leORVAExeLocation->setText(CAppSettings::instance()->text(CAppSettings::OrvaExeLocation));
-    alignLabels();
+    alignColumns({gridLayout, gridLayout_2, gridLayout_3});
 }
 
 CSubmitJobFrame::~CSubmitJobFrame()
@@ -101,19 +118,6 @@ void CSubmitJobFrame::setupConnections()
                connect(
                    m_workers.get(), &CCaseWorkers::caseEnded, this, [this] { takeEndedCases(); },
                    Qt::QueuedConnection)});
-}
-
-/// The three edits start below one another, though the labels stand in layouts of their own.
-void CSubmitJobFrame::alignLabels()
-{
-    const QList<QLabel*> labels{m_lblJobSaveLocation, m_lblJobLoadLocation, m_lblORVAExeLocation};
-    int widest = 0;
-    for (const QLabel* label : labels) {
-        widest = std::max(widest, label->sizeHint().width());
-    }
-    for (QLabel* label : labels) {
-        label->setContentsMargins(0, 0, widest - label->sizeHint().width(), 0);
-    }
 }
 
 void CSubmitJobFrame::onPageEntered() {}

@@ -45,7 +45,6 @@ private slots:
 
 private:
     void setupConnections();
-    void alignLabels();
     bool jobCanBeLoaded() const;
     void enableRun();
     void showRunning(bool running);

@@ -43,8 +43,9 @@ void CServerInterpreter::run(const std::string& command)
     CChildProcess shell;
     shell.setProcessChannelMode(QProcess::ForwardedChannels);
     shell.setStandardInputFile(QProcess::nullDevice());
+    // The trap keeps the shell, and with it its group, for as long as the server doesn't end.
     shell.start(QStringLiteral("sh"),
-                {QStringLiteral("-c"), QString::fromStdString("cd .. ; " + command)});
+                {QStringLiteral("-c"), QString::fromStdString("trap : TERM ; cd .. ; " + command)});
     std::fprintf(stderr, "Coupling server: process %lld\n",
                  static_cast<long long>(shell.processId()));
     m_state->server.arm(shell.processId());

@@ -1,0 +1,136 @@
+#include "jobs/coupling_thread.h"
+
+#include "jobs/case_output.h"
+#include "tests/support/job_maker.h"
+#include "tests/support/processes.h"
+#include "tests/support/test_environment.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTemporaryDir>
+#include <QTest>
+
+class CouplingThreadTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void startsTheServerAtOnce();
+    void endsAtItsNextLookWhenTheSimulatorPrintsAnythingElse_data();
+    void endsAtItsNextLookWhenTheSimulatorPrintsAnythingElse();
+    void startsTheServerAgainWhileAClientIsAwaited();
+    void looksAgainAfterFiveSeconds();
+    void stopEndsTheServerAndTheThread();
+    void stopBeforeTheStartLeavesTheServerOut();
+    void endsAServerThatDoesNotListen();
+
+private:
+    std::string command(const QByteArray& script);
+    QByteArray log() const;
+
+    std::unique_ptr<QTemporaryDir> m_folder;
+    std::shared_ptr<CCaseOutput> m_lastOutput;
+};
+
+void CouplingThreadTest::init()
+{
+    m_folder = std::make_unique<QTemporaryDir>();
+    m_lastOutput = std::make_shared<CCaseOutput>("Awaiting Client connection...\r\n");
+}
+
+std::string CouplingThreadTest::command(const QByteArray& script)
+{
+    const QString path = m_folder->filePath(QStringLiteral("server"));
+    writeFile(path, "#!/bin/sh\ncd \"$(dirname \"$0\")\"\necho $$ >> log\n" + script, true);
+    return "'" + path.toStdString() + "'";
+}
+
+QByteArray CouplingThreadTest::log() const
+{
+    return readFile(m_folder->filePath(QStringLiteral("log")));
+}
+
+void CouplingThreadTest::startsTheServerAtOnce()
+{
+    CCouplingThread thread(command("sleep 30\n"), m_lastOutput);
+    thread.start();
+    QTRY_VERIFY(isAlive(log().trimmed()));
+    QVERIFY(thread.isRunning());
+}
+
+void CouplingThreadTest::endsAtItsNextLookWhenTheSimulatorPrintsAnythingElse_data()
+{
+    QTest::addColumn<QByteArray>("output");
+    QTest::newRow("nothing") << QByteArray();
+    QTest::newRow("another line") << QByteArray("Simulating\r\n");
+    QTest::newRow("one more line") << QByteArray("Awaiting Client connection...\r\nSimulating\r\n");
+    QTest::newRow("other line end") << QByteArray("Awaiting Client connection...\n");
+}
+
+void CouplingThreadTest::endsAtItsNextLookWhenTheSimulatorPrintsAnythingElse()
+{
+    QFETCH(QByteArray, output);
+    CCouplingThread thread(command(""), m_lastOutput, std::chrono::milliseconds(100));
+    thread.start();
+    QTRY_VERIFY(!log().isEmpty());
+    m_lastOutput->assign(output.toStdString());
+    QTRY_VERIFY(thread.isFinished());
+    QCOMPARE(log().count('\n'), 1);
+}
+
+void CouplingThreadTest::startsTheServerAgainWhileAClientIsAwaited()
+{
+    CCouplingThread thread(command(""), m_lastOutput, std::chrono::milliseconds(10));
+    thread.start();
+    QTRY_VERIFY(log().count('\n') >= 3);
+}
+
+void CouplingThreadTest::looksAgainAfterFiveSeconds()
+{
+    CCouplingThread thread(command(""), m_lastOutput);
+    QElapsedTimer clock;
+    clock.start();
+    thread.start();
+    QTRY_COMPARE_WITH_TIMEOUT(log().count('\n'), 2, 8000);
+    QVERIFY(clock.elapsed() >= 5000);
+}
+
+void CouplingThreadTest::stopEndsTheServerAndTheThread()
+{
+    CCouplingThread thread(command("sleep 30\n"), m_lastOutput);
+    thread.start();
+    QTRY_VERIFY(isAlive(log().trimmed()));
+    thread.stop();
+    QVERIFY(thread.wait(1000));
+    QTRY_VERIFY(!isAlive(log().trimmed()));
+}
+
+void CouplingThreadTest::stopBeforeTheStartLeavesTheServerOut()
+{
+    CCouplingThread thread(command(""), m_lastOutput);
+    thread.stop();
+    thread.start();
+    QVERIFY(thread.wait(1000));
+    QVERIFY(log().isEmpty());
+}
+
+void CouplingThreadTest::endsAServerThatDoesNotListen()
+{
+    QByteArray server;
+    {
+        CCouplingThread thread(
+            command("trap '' TERM\necho deaf >> log\nwhile :; do sleep 1; done\n"), m_lastOutput);
+        thread.start();
+        QTRY_VERIFY(log().endsWith("deaf\n"));
+        server = log().split('\n').first();
+        thread.stop();
+        QVERIFY(!thread.wait(100));
+    }
+    QTRY_VERIFY(!isAlive(server));
+}
+
+TARNEL_TEST_MAIN(CouplingThreadTest)
+
+#include "coupling_thread_test.moc"
