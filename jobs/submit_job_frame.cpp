@@ -19,6 +19,7 @@
 #include "platform/executable_filter.h"
 #include "platform/existence.h"
 #include "platform/file_manager.h"
+#include "widgets/column_alignment.h"
 #include "widgets/units_none.h"
 
 #include <QCoreApplication>
@@ -26,7 +27,6 @@
 #include <QFileDialog>
 #include <QThreadPool>
 
-#include <algorithm>
 #include <optional>
 #include <utility>
 
@@ -41,23 +41,6 @@ QString chosenFolder(QWidget* parent, const QString& start)
     dialog.setFileMode(QFileDialog::Directory);
     dialog.setOption(QFileDialog::ShowDirsOnly);
     return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
-}
-
-/// Gives the columns of grids that stand below one another the same least widths.
-void alignColumns(const QList<QGridLayout*>& rows)
-{
-    for (int column = 0; column < rows.first()->columnCount(); ++column) {
-        int widest = 0;
-        for (const QGridLayout* row : rows) {
-            const QLayoutItem* const item = row->itemAtPosition(0, column);
-            widest = std::max(widest, item == nullptr ? 0 : item->sizeHint().width());
-        }
-        for (QGridLayout* row : rows) {
-            // No spacing stands before a column in which there is nothing.
-            const bool empty = row->itemAtPosition(0, column) == nullptr;
-            row->setColumnMinimumWidth(column, widest + (empty ? row->horizontalSpacing() : 0));
-        }
-    }
 }
 
 std::string nameOfDeck()

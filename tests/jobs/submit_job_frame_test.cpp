@@ -30,6 +30,7 @@ private slots:
     void bearsTheTextsOfItsForm_data();
     void bearsTheTextsOfItsForm();
     void keepsTheSizesOfItsForm();
+    void alignsItsLocations();
     void hasItsSlotsInOrder();
     void startsWithoutAJob();
     void showsTheStoredExecutable();
@@ -120,6 +121,20 @@ void SubmitJobFrameTest::keepsTheSizesOfItsForm()
     QCOMPARE(fixture.widget<QWidget>("m_sbConcurrentSimulations")->minimumWidth(), 100);
     QCOMPARE(fixture.widget<QTextEdit>("m_inspectorDetails")->lineWrapMode(), QTextEdit::NoWrap);
     QVERIFY(fixture.widget<QProgressBar>("m_progBarCompletedSimulations")->isTextVisible());
+}
+
+void SubmitJobFrameTest::alignsItsLocations()
+{
+    CPageFixture fixture;
+    fixture.page().resize(1000, 600);
+    QTest::qWait(1);
+    const auto* const save = fixture.widget<QLineEdit>("m_leJobSaveLocation");
+    for (const char* name : {"m_leJobLoadLocation", "m_leORVAExeLocation"}) {
+        const auto* const edit = fixture.widget<QLineEdit>(name);
+        QCOMPARE(edit->mapTo(&fixture.page(), QPoint()).x(),
+                 save->mapTo(&fixture.page(), QPoint()).x());
+        QCOMPARE(edit->width(), save->width());
+    }
 }
 
 void SubmitJobFrameTest::hasItsSlotsInOrder()
