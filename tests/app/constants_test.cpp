@@ -7,7 +7,10 @@
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
+#include <QRegularExpression>
 #include <QTest>
+
+Q_DECLARE_METATYPE(const char**)
 
 class CConstantsTest : public QObject
 {
@@ -17,10 +20,14 @@ private slots:
     void textsStandAsTabledWithoutATranslator();
     void theTokenMessageShowsTheSeparatorInQuotes();
     void settingsKeys();
+    void groupKeys();
+    void deckKeys_data();
     void deckKeys();
     void anUnlistedRevisionMapsToFormatZero();
     void everyListedRevisionHasItsFormat();
     void theAboutTextHasItsSixArguments();
+    void theAboutTemplateNamesEachArgumentOnce();
+    void theDescriptionInTheAboutTextIsTheBuildType();
     void fileNames();
     void progressStrings();
 };
@@ -77,16 +84,104 @@ void CConstantsTest::settingsKeys()
     QCOMPARE(SettingsKeys::OrvaExeLocation, QStringLiteral("OrvaExeLocation"));
 }
 
-void CConstantsTest::deckKeys()
+void CConstantsTest::groupKeys()
 {
     QCOMPARE(DeckKeys::CreatorData, std::string("/CreatorData/0/"));
     QCOMPARE(DeckKeys::PhysicsModels, std::string("PhysicsModels/"));
-    QCOMPARE(DeckKeys::TemperatureUpdateData, "Temperature Update/data");
-    QCOMPARE(DeckKeys::HeatConductionData, "Heat Conduction/data");
-    QCOMPARE(DeckKeys::EdinburghElastoPlasticAdhesionData,
-             "Edinburgh Elasto-Plastic Adhesion/data");
-    QCOMPARE(DeckKeys::SvnVersion, "svn version");
-    QCOMPARE(DeckKeys::TangentStiffMultiplier, "tangentStiffMultiplier");
+    QCOMPARE(DeckKeys::SurfaceSurface, std::string("SurfaceSurface/"));
+    QCOMPARE(DeckKeys::SurfaceGeometry, std::string("SurfaceGeometry/"));
+    QCOMPARE(DeckKeys::ExternalForces, std::string("ExternalForces/"));
+    QCOMPARE(DeckKeys::Separator, std::string("<>"));
+}
+
+void CConstantsTest::deckKeys_data()
+{
+    QTest::addColumn<const char**>("key");
+    QTest::newRow("data") << &DeckKeys::Data;
+    QTest::newRow("Active") << &DeckKeys::Active;
+    QTest::newRow("Interactions") << &DeckKeys::Interactions;
+    QTest::newRow("Hertz-Mindlin with JKR/data") << &DeckKeys::HertzMindlinWithJKRData;
+    QTest::newRow("Hertz-Mindlin with JKR V2/data") << &DeckKeys::HertzMindlinWithJKRV2Data;
+    QTest::newRow("Linear Spring") << &DeckKeys::LinearSpring;
+    QTest::newRow("Hysteretic Spring/interactions") << &DeckKeys::HystereticSpringInteractions;
+    QTest::newRow("Hysteretic Spring/yields") << &DeckKeys::HystereticSpringYields;
+    QTest::newRow("Edinburgh Elasto-Plastic Adhesion/data")
+        << &DeckKeys::EdinburghElastoPlasticAdhesionData;
+    QTest::newRow("Bonding/data") << &DeckKeys::BondingData;
+    QTest::newRow("Bonding") << &DeckKeys::Bonding;
+    QTest::newRow("Bonding V2/data") << &DeckKeys::BondingV2Data;
+    QTest::newRow("Bonding V2") << &DeckKeys::BondingV2;
+    QTest::newRow("Heat Conduction/data") << &DeckKeys::HeatConductionData;
+    QTest::newRow("Heat Conduction/particle data") << &DeckKeys::HeatConductionParticleData;
+    QTest::newRow("Heat Conduction/geometry data") << &DeckKeys::HeatConductionGeometryData;
+    QTest::newRow("Linear Cohesion V2/data") << &DeckKeys::LinearCohesionV2Data;
+    QTest::newRow("Spray Coating/data") << &DeckKeys::SprayCoatingData;
+    QTest::newRow("Standard Rolling Friction") << &DeckKeys::StandardRollingFriction;
+    QTest::newRow("Type C Rolling Friction") << &DeckKeys::TypeCRollingFriction;
+    QTest::newRow("Archard Wear") << &DeckKeys::ArchardWear;
+    QTest::newRow("Archard Wear/data") << &DeckKeys::ArchardWearData;
+    QTest::newRow("Oka Wear") << &DeckKeys::OkaWear;
+    QTest::newRow("Oka Wear/data") << &DeckKeys::OkaWearData;
+    QTest::newRow("Temperature Update/data") << &DeckKeys::TemperatureUpdateData;
+    QTest::newRow("Temperature Update/particle data") << &DeckKeys::TemperatureUpdateParticleData;
+    QTest::newRow("Ganser Drag") << &DeckKeys::GanserDrag;
+    QTest::newRow("Haider and Levenspiel Drag") << &DeckKeys::HaiderAndLevenspielDrag;
+    QTest::newRow("Magnus Lift") << &DeckKeys::MagnusLift;
+    QTest::newRow("Morsi and Alexander Drag") << &DeckKeys::MorsiAndAlexanderDrag;
+    QTest::newRow("Saffman Lift") << &DeckKeys::SaffmanLift;
+    QTest::newRow("Schiller and Naumann Drag") << &DeckKeys::SchillerAndNaumannDrag;
+    QTest::newRow("bonding time mode") << &DeckKeys::BondingTimeMode;
+    QTest::newRow("start time") << &DeckKeys::StartTime;
+    QTest::newRow("torque feedback") << &DeckKeys::TorqueFeedback;
+    QTest::newRow("enable rolling friction") << &DeckKeys::EnableRollingFriction;
+    QTest::newRow("deformation") << &DeckKeys::Deformation;
+    QTest::newRow("oka deformation") << &DeckKeys::OkaDeformation;
+    QTest::newRow("svn version") << &DeckKeys::SvnVersion;
+    QTest::newRow("file version") << &DeckKeys::FileVersion;
+    QTest::newRow("name") << &DeckKeys::Name;
+    QTest::newRow("name1") << &DeckKeys::Name1;
+    QTest::newRow("name2") << &DeckKeys::Name2;
+    QTest::newRow("key") << &DeckKeys::Key;
+    QTest::newRow("type") << &DeckKeys::Type;
+    QTest::newRow("value") << &DeckKeys::Value;
+    QTest::newRow("bondDiskScale") << &DeckKeys::BondDiskScale;
+    QTest::newRow("bondRadius") << &DeckKeys::BondRadius;
+    QTest::newRow("coefficient of rolling stiffness") << &DeckKeys::CoefficientOfRollingStiffness;
+    QTest::newRow("constPullOffForce") << &DeckKeys::ConstPullOffForce;
+    QTest::newRow("contactPlasticityRatio") << &DeckKeys::ContactPlasticityRatio;
+    QTest::newRow("damping") << &DeckKeys::Damping;
+    QTest::newRow("density") << &DeckKeys::Density;
+    QTest::newRow("field scale") << &DeckKeys::FieldScale;
+    QTest::newRow("normalRange") << &DeckKeys::NormalRange;
+    QTest::newRow("normalStiffness") << &DeckKeys::NormalStiffness;
+    QTest::newRow("normalStrength") << &DeckKeys::NormalStrength;
+    QTest::newRow("restitution") << &DeckKeys::Restitution;
+    QTest::newRow("rollingFriction") << &DeckKeys::RollingFriction;
+    QTest::newRow("rolling viscous damping ratio") << &DeckKeys::RollingViscousDampingRatio;
+    QTest::newRow("scalingFactor") << &DeckKeys::ScalingFactor;
+    QTest::newRow("shearStiffness") << &DeckKeys::ShearStiffness;
+    QTest::newRow("shearStrength") << &DeckKeys::ShearStrength;
+    QTest::newRow("slopeExponential") << &DeckKeys::SlopeExponential;
+    QTest::newRow("staticFriction") << &DeckKeys::StaticFriction;
+    QTest::newRow("steady flow velocity") << &DeckKeys::SteadyFlowVelocity;
+    QTest::newRow("stiffness") << &DeckKeys::Stiffness;
+    QTest::newRow("surfaceEnergy") << &DeckKeys::SurfaceEnergy;
+    QTest::newRow("tangRange") << &DeckKeys::TangRange;
+    QTest::newRow("tangential rotation only") << &DeckKeys::TangentialRotationOnly;
+    QTest::newRow("tangStiffness") << &DeckKeys::TangStiffness;
+    QTest::newRow("tangentStiffMultiplier") << &DeckKeys::TangentStiffMultiplier;
+    QTest::newRow("tensileExponential") << &DeckKeys::TensileExponential;
+    QTest::newRow("undamped force only") << &DeckKeys::UndampedForceOnly;
+    QTest::newRow("using steady flow") << &DeckKeys::UsingSteadyFlow;
+    QTest::newRow("wearConstant") << &DeckKeys::WearConstant;
+    QTest::newRow("vickersHardness") << &DeckKeys::VickersHardness;
+    QTest::newRow("viscosity") << &DeckKeys::Viscosity;
+}
+
+void CConstantsTest::deckKeys()
+{
+    QFETCH(const char**, key);
+    QCOMPARE(*key, QTest::currentDataTag());
 }
 
 void CConstantsTest::anUnlistedRevisionMapsToFormatZero()
@@ -115,8 +210,28 @@ void CConstantsTest::theAboutTextHasItsSixArguments()
                           QStringLiteral("<p>Revision: 40948 (");
     const QString text = ApplicationStrings::aboutText();
     QVERIFY2(text.startsWith(begin), qPrintable(text));
-    QVERIFY(text.contains(QStringLiteral("2022")));
+    const QRegularExpression rest(QStringLiteral("^[^()]+\\) </p>\n +<p>[^<]*\\b2022\\b.*</p>$"),
+                                  QRegularExpression::DotMatchesEverythingOption);
+    QVERIFY2(rest.match(text.mid(begin.size())).hasMatch(), qPrintable(text));
     QVERIFY(!text.contains(QLatin1Char('%')));
+}
+
+void CConstantsTest::theAboutTemplateNamesEachArgumentOnce()
+{
+    for (int argument = 1; argument <= 6; ++argument) {
+        QCOMPARE(ApplicationStrings::AboutTemplate.count(QStringLiteral("%%1").arg(argument)), 1);
+    }
+    QCOMPARE(ApplicationStrings::AboutTemplate.count(QLatin1Char('%')), 6);
+}
+
+void CConstantsTest::theDescriptionInTheAboutTextIsTheBuildType()
+{
+    ApplicationStrings::BuildType = QStringLiteral("Beta");
+    ApplicationStrings::Version = QStringLiteral("9.5");
+    const QString text = ApplicationStrings::aboutText();
+    ApplicationStrings::initialise();
+    QVERIFY2(text.contains(QStringLiteral("<br>Version: 9.5 \n")), qPrintable(text));
+    QVERIFY2(text.contains(QStringLiteral("<br>Description: Beta </p>\n")), qPrintable(text));
 }
 
 void CConstantsTest::fileNames()

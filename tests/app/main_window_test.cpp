@@ -12,6 +12,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QLineEdit>
+#include <QPointer>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QTest>
@@ -123,7 +124,9 @@ private slots:
     void theTitleIsTheNameAlone();
     void theTitleOfAnotherBuildNamesTypeAndVersion();
     void stageCompleteDrivesNextAlone();
-    void theFormHasItsSizesAndTexts();
+    void aPageIsEnteredBeforeTabsAndTitleChange();
+    void slotsCalledByNobodyChangeNothing();
+    void thePagesDieBeforeTheWindowsChildren();
     void theTabsHaveTheResourceIcons();
     void aboutShowsTheFilledTemplate();
     void aWindowCanBeMadeAndDestroyedTwice();
@@ -279,21 +282,53 @@ void CMainWindowTest::stageCompleteDrivesNextAlone()
     }
 }
 
-void CMainWindowTest::theFormHasItsSizesAndTexts()
+void CMainWindowTest::aPageIsEnteredBeforeTabsAndTitleChange()
 {
     CMainWindow window;
-    QCOMPARE(window.objectName(), QStringLiteral("MainWindow"));
-    QCOMPARE(window.size(), QSize(357, 180));
-    QCOMPARE(window.sizePolicy().horizontalPolicy(), QSizePolicy::Minimum);
-    QCOMPARE(back(window)->text(), QStringLiteral("Back"));
-    QCOMPARE(next(window)->text(), QStringLiteral("Next"));
-    QCOMPARE(part<QAction>(window, "m_actionAbout")->text(), QStringLiteral("About..."));
-    const QAction* title = part<QAction>(window, "m_pageTitle");
-    QCOMPARE(title->toolTip(), QStringLiteral("Page Title"));
-    QCOMPARE(title->font().pointSize(), 10);
-    QCOMPARE(title->font().weight(), 75);
-    QCOMPARE(int(title->font().styleStrategy()), 256);
-    QCOMPARE(part<QToolBar>(window, "toolBar")->windowTitle(), QStringLiteral("Section Toolbar"));
+    QStringList seen;
+    const auto note = [&window, &seen] {
+        seen << QStringLiteral("%1 %2 %3")
+                    .arg(stack(window)->currentIndex())
+                    .arg(tab(window, 2)->isChecked())
+                    .arg(part<QAction>(window, "m_pageTitle")->text());
+    };
+    CAppSettings::instance()->setValue(CAppSettings::ZEKPath, QStringLiteral("/decks/a.zek"));
+    auto* filledOnEntry = part<QLineEdit>(window, "m_leDfgLocation");
+    connect(filledOnEntry, &QLineEdit::textChanged, filledOnEntry, note);
+    next(window)->click();
+    next(window)->click();
+    QCOMPARE(seen, QStringList("2 0 Parameter Editor"));
+    note();
+    QCOMPARE(seen.last(), QStringLiteral("2 1 Post-Proccessing"));
+}
+
+void CMainWindowTest::slotsCalledByNobodyChangeNothing()
+{
+    CMainWindow window;
+    tab(window, 3)->trigger();
+    QVERIFY(QMetaObject::invokeMethod(&window, "goToPage"));
+    QCOMPARE(stack(window)->currentIndex(), 3);
+    QVERIFY(tab(window, 3)->isChecked());
+}
+
+void CMainWindowTest::thePagesDieBeforeTheWindowsChildren()
+{
+    int deaths = 0;
+    int withChildren = 0;
+    {
+        CMainWindow window;
+        const QPointer<QWidget> centre(part<QWidget>(window, "centralwidget"));
+        const QPointer<QPushButton> button(next(window));
+        for (int index = 0; index < stack(window)->count(); ++index) {
+            connect(stack(window)->widget(index), &QObject::destroyed, this,
+                    [&deaths, &withChildren, centre, button] {
+                        ++deaths;
+                        withChildren += centre != nullptr && button != nullptr ? 1 : 0;
+                    });
+        }
+    }
+    QCOMPARE(deaths, 6);
+    QCOMPARE(withChildren, 6);
 }
 
 void CMainWindowTest::theTabsHaveTheResourceIcons()
