@@ -48,6 +48,7 @@ private slots:
     void withoutAnalysisEveryLineStandsAlone();
     void pythonCasesFormASingleChain();
     void couplingStartsInAnInterpreterOfItsOwn();
+    void simulatorLocationWithBlanksIsQuoted();
     void jobWithoutCasesMakesAnEmptyFile();
     void noCommandsMakeAnEmptyFile();
     void unwritableFileIsPassedOver();
@@ -132,6 +133,15 @@ void BatchFileTest::couplingStartsInAnInterpreterOfItsOwn()
                             "\"C:\\v\\orva.exe\" -i \"Job0/a0.zek\" -c  -r 1.000000\n"
                             "start cmd.exe /k \"Job1\\server.exe\" -p 1\n\r"
                             "\"C:\\v\\orva.exe\" -i \"Job1/a1.zek\" -c  -r 1.000000\n"));
+}
+
+void BatchFileTest::simulatorLocationWithBlanksIsQuoted()
+{
+    setExecutable("C:\\Program Files\\v 1\\orva.exe");
+    CDeckStore::instance()->creatorData().pop_back();
+    QCOMPARE(
+        batchFileText(batchCommands()),
+        std::string("\"C:\\Program Files\\v 1\\orva.exe\" -i \"Job0/a0.zek\" -c  -r 1.000000\n"));
 }
 
 void BatchFileTest::jobWithoutCasesMakesAnEmptyFile()

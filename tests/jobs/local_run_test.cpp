@@ -33,6 +33,7 @@ private slots:
     void doesNothingWithNoConcurrentSimulations();
     void runsAJobWithoutCases();
     void givesTheSimulatorItsCommandInTheCaseRoot();
+    void runsASimulatorWhoseLocationHasBlanks();
     void preparesANewCaseRootForEachRun();
     void disablesThePageDuringARunAndEnablesItAfterwards();
     void takesTheConcurrencyAsSizeOfTheThreadPool();
@@ -171,6 +172,19 @@ void LocalRunTest::givesTheSimulatorItsCommandInTheCaseRoot()
         QStringLiteral("%1|-i|%2/Job1/deck1.zek|-c|-r|1.5|--note|two words\n%2\n")
             .arg(CPageFixture::simulator(), root);
     QCOMPARE(QString::fromUtf8(caseFile(job, "JobFileLocation", 1, "arguments")), expected);
+}
+
+void LocalRunTest::runsASimulatorWhoseLocationHasBlanks()
+{
+    CPageFixture fixture;
+    const QString folder = fixture.newFolder() + QStringLiteral("/a folder  of blanks");
+    QVERIFY(QDir().mkpath(folder));
+    const QString simulator = folder + QStringLiteral("/the simulator");
+    QVERIFY(QFile::copy(CPageFixture::simulator(), simulator));
+    CAppSettings::instance()->setValue(CAppSettings::OrvaExeLocation, simulator);
+    fixture.loadJob(1);
+    QVERIFY(fixture.run());
+    QVERIFY(fixture.hasSucceeded(0));
 }
 
 void LocalRunTest::preparesANewCaseRootForEachRun()

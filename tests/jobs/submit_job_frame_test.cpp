@@ -31,6 +31,7 @@ private slots:
     void bearsTheTextsOfItsForm();
     void keepsTheSizesOfItsForm();
     void alignsItsLocations();
+    void standsInTheOrderOfItsForm();
     void hasItsSlotsInOrder();
     void startsWithoutAJob();
     void showsTheStoredExecutable();
@@ -44,11 +45,13 @@ private slots:
     void loadsTheSameJobAgain();
     void staysDisabledAfterAJobWithoutDeck();
     void generatesAJobAndLoadsIt();
+    void listsNothingOfAGeneratedJobWithoutAnExecutable();
     void generatesNothingInAMissingSaveLocation();
 
     void switchesTheStackPageOnly();
     void failsToWriteDistributedFilesWithoutAJob();
     void writesDistributedFiles();
+    void movesTheDistributedProgressInThreeSteps();
 
     void storesTheChosenExecutable();
     void clearsTheExecutableWhenItsDialogIsCancelled();
@@ -135,6 +138,29 @@ void SubmitJobFrameTest::alignsItsLocations()
                  save->mapTo(&fixture.page(), QPoint()).x());
         QCOMPARE(edit->width(), save->width());
     }
+}
+
+void SubmitJobFrameTest::standsInTheOrderOfItsForm()
+{
+    const QStringList order{"frame_2",
+                            "m_pbJobSaveLocationSelect",
+                            "m_leJobSaveLocation",
+                            "m_lblJobSaveLocation",
+                            "m_pbGenerateJob",
+                            "horizontalFrame1",
+                            "m_pbJobLoadLocationSelect",
+                            "m_leJobLoadLocation",
+                            "m_lblJobLoadLocation",
+                            "m_pbJobLoad"};
+    CPageFixture fixture;
+    QStringList names;
+    for (const char* frame : {"frame_2", "horizontalFrame1"}) {
+        names << frame;
+        for (const QWidget* widget : fixture.widget<QWidget>(frame)->findChildren<QWidget*>()) {
+            names << widget->objectName();
+        }
+    }
+    QCOMPARE(names, order);
 }
 
 void SubmitJobFrameTest::hasItsSlotsInOrder()
@@ -281,6 +307,28 @@ void SubmitJobFrameTest::generatesAJobAndLoadsIt()
     QCOMPARE(fixture.widget<QListWidget>("m_listOngoingSimulations")->count(), 1);
 }
 
+void SubmitJobFrameTest::listsNothingOfAGeneratedJobWithoutAnExecutable()
+{
+    CPageFixture fixture;
+    const QString loaded = fixture.loadJob(1);
+    const QString save = fixture.newFolder();
+    fixture.widget<QLineEdit>("m_leJobSaveLocation")->setText(save);
+    fixture.widget<QLineEdit>("m_leORVAExeLocation")->clear();
+    fixture.click("m_pbGenerateJob");
+    QCOMPARE(fixture.modals().texts(),
+             QStringList(QStringLiteral("No ORVA executable found, please browse for one in the "
+                                        "associated text box")));
+    const QString job = save + QStringLiteral("/JobSpec");
+    QCOMPARE(fixture.widget<QLineEdit>("m_leJobLoadLocation")->text(), job);
+    for (const char* name : {"/input_jobID-Matrix.csv", "/Additional File Directory.txt",
+                             "/deck.zek", "/deck.ynd", "/deck_data/0.h5"}) {
+        QVERIFY2(QFileInfo::exists(job + QLatin1String(name)), name);
+    }
+    // The refused load touched nothing: list and settings are those of the job before.
+    QCOMPARE(fixture.widget<QListWidget>("m_listOngoingSimulations")->count(), 1);
+    QVERIFY(CAppSettings::instance()->text(CAppSettings::ZEKPath).startsWith(loaded));
+}
+
 void SubmitJobFrameTest::generatesNothingInAMissingSaveLocation()
 {
     CPageFixture fixture;
@@ -330,6 +378,20 @@ void SubmitJobFrameTest::writesDistributedFiles()
         QString::fromUtf8(readFile(job + QStringLiteral("/JobFileLocation/RunAllSimulations.bat"))),
         QStringLiteral("\"%1\" -i \"Job0/deck0.zek\" -c \n\"%1\" -i \"Job1/deck1.zek\" -c \n")
             .arg(simulator));
+}
+
+void SubmitJobFrameTest::movesTheDistributedProgressInThreeSteps()
+{
+    CPageFixture fixture;
+    fixture.loadJob(1);
+    fixture.widget<QRadioButton>("m_rbSimulationDistributed")->click();
+    const auto* const bar = fixture.widget<QProgressBar>("m_distributedFileProgress");
+    QCOMPARE(bar->minimum(), 0);
+    QCOMPARE(bar->maximum(), 100);
+    fixture.click("m_pbGenerateDistributedFiles");
+    QSignalSpy spy(bar, &QProgressBar::valueChanged);
+    fixture.click("m_pbGenerateDistributedFiles");
+    QCOMPARE(spy, QList<QVariantList>({{0}, {50}, {100}}));
 }
 
 void SubmitJobFrameTest::storesTheChosenExecutable()
