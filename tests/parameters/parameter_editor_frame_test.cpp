@@ -1,128 +1,15 @@
 #include "parameters/parameter_editor_frame.h"
 
 #include "deck/app_settings.h"
-#include "deck/deck_store.h"
 #include "parameters/parameter_catalogue.h"
-#include "parameters/parameter_entry.h"
 #include "parameters/parameter_limits.h"
-#include "parameters/table_item.h"
+#include "tests/parameters/editor_page.h"
 #include "tests/support/test_environment.h"
 #include "widgets/combo_box.h"
-#include "widgets/double_spin_box.h"
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QLabel>
-#include <QListWidget>
-#include <QPushButton>
 #include <QSignalSpy>
-#include <QTableWidget>
-#include <QTest>
-#include <QTreeWidget>
-
-namespace {
-
-using Values = std::vector<CaseValue>;
-
-CCreatorData sampleDeck(const std::string& name = "hopper")
-{
-    CCreatorData deck(name);
-    deck.m_interactions["A<>A"] = {0.5, 0.4, 0.01};
-    deck.m_interactions["A<>B"] = {0.6, 0.3, 0.02};
-    deck.m_surfaceSurface.m_edinburghAdhesion["A<>A"] = {-1.0, 2.0, 0.3, 1.5, 5.0, 6.0};
-    deck.m_surfaceSurface.m_bonding["A<>A"] = {1.0, 2.0, 3.0, 4.0, 5.0};
-    deck.m_surfaceSurface.m_bondingTorqueFeedback = {"Active", true};
-    deck.m_surfaceGeometry.m_standardRollingFriction = {"Active", false};
-    return deck;
-}
-
-/// The page as a user has it before him, with hands that click.
-class CPage
-{
-public:
-    CPage() { enterWith(sampleDeck()); }
-
-    void enterWith(const CCreatorData& deck)
-    {
-        CDeckStore::instance()->creatorData() = {deck};
-        page.onPageEntered();
-        page.resize(1200, 800);
-        page.show();
-    }
-
-    template <class Widget>
-    Widget* find(const char* name)
-    {
-        return page.findChild<Widget*>(QLatin1String(name));
-    }
-
-    QTreeWidget* tree() { return find<QTreeWidget>("m_treeWidget"); }
-    QListWidget* materials() { return find<QListWidget>("m_materialListWidget"); }
-    QListWidget* parameters() { return find<QListWidget>("m_parameterListWidget"); }
-    QTableWidget* table() { return find<QTableWidget>("m_tableWidget"); }
-    QPushButton* add() { return find<QPushButton>("m_pbAdd"); }
-    QPushButton* remove() { return find<QPushButton>("m_pbRemove"); }
-    QString caseCount() { return find<QLabel>("m_lblGeneratedCasesNo")->text(); }
-
-    QTreeWidgetItem* treeItem(const QString& label)
-    {
-        const auto found = tree()->findItems(label, Qt::MatchExactly | Qt::MatchRecursive);
-        return found.isEmpty() ? nullptr : found.front();
-    }
-
-    void clickTree(const QString& label)
-    {
-        QTreeWidgetItem* item = treeItem(label);
-        QVERIFY2(item != nullptr, qPrintable(label));
-        for (QTreeWidgetItem* above = item->parent(); above != nullptr; above = above->parent()) {
-            above->setExpanded(true);
-        }
-        tree()->scrollToItem(item);
-        const QPoint point = tree()->visualItemRect(item).center();
-        QTest::mouseClick(tree()->viewport(), Qt::LeftButton, Qt::NoModifier, point);
-    }
-
-    static void clickList(QListWidget* list, int row)
-    {
-        list->scrollToItem(list->item(row));
-        const QRect rect = list->visualItemRect(list->item(row));
-        QTest::mouseClick(list->viewport(), Qt::LeftButton, Qt::NoModifier, rect.center());
-    }
-
-    /// Walks to a field: tree label, row of the key, row of the field.
-    void choose(const QString& label, int key, int field)
-    {
-        clickTree(label);
-        clickList(materials(), key);
-        clickList(parameters(), field);
-    }
-
-    CTableItem* cell(int column)
-    {
-        return dynamic_cast<CTableItem*>(table()->cellWidget(0, column));
-    }
-
-    /// Types a number into a cell and commits it, as a user does.
-    void type(int column, const QString& number)
-    {
-        auto* box = cell(column)->findChild<CDoubleSpinBox*>();
-        box->setFocus();
-        box->selectAll();
-        QTest::keyClicks(box, number);
-        QTest::keyClick(box, Qt::Key_Return);
-    }
-
-    QString variances(const QString& label) { return treeItem(label)->text(1).trimmed(); }
-
-    CParameterEditorFrame page;
-};
-
-const CParameterFields& fieldAt(std::size_t entry, std::size_t key, std::size_t field)
-{
-    return *CDeckStore::instance()->parameters().at(entry)->m_keys.at(key)->m_fields.at(field);
-}
-
-} // namespace
 
 class CParameterEditorFrameTest : public QObject
 {
@@ -132,7 +19,6 @@ private slots:
     void initTestCase();
     void init();
     void anEmptyStoreShowsAnEmptyTreeAndNoButtons();
-    void theFormHasItsTextsAndSettings();
     void enteringTwiceWithTheSameDeckChangesNothing();
     void enteringAgainKeepsTheSelectionAndDisablesTheButtons();
     void aDifferentDeckAppendsItsEntriesBehindTheOldOnes();
@@ -182,25 +68,6 @@ void CParameterEditorFrameTest::anEmptyStoreShowsAnEmptyTreeAndNoButtons()
     QVERIFY(!page.findChild<QPushButton*>("m_pbAdd")->isEnabled());
     QVERIFY(!page.findChild<QPushButton*>("m_pbRemove")->isEnabled());
     QCOMPARE(page.findChild<QLabel*>("m_lblGeneratedCasesNo")->text(), QStringLiteral("0"));
-}
-
-void CParameterEditorFrameTest::theFormHasItsTextsAndSettings()
-{
-    CPage page;
-    QCOMPARE(page.page.windowTitle(), QStringLiteral("ParameterEditorFrameUI"));
-    QCOMPARE(page.tree()->headerItem()->text(0), QStringLiteral("Properties"));
-    QCOMPARE(page.tree()->headerItem()->text(1), QStringLiteral("Number of Variances"));
-    QCOMPARE(page.find<QLabel>("m_lblGeneratedCasesText")->text(),
-             QStringLiteral("Cases to be Generated:"));
-    QCOMPARE(int(page.find<QLabel>("m_lblGeneratedCasesText")->alignment()), 130);
-    QCOMPARE(page.parameters()->flow(), QListView::LeftToRight);
-    QCOMPARE(page.parameters()->maximumHeight(), 60);
-    QCOMPARE(page.parameters()->styleSheet(),
-             QStringLiteral("alternate-background-color: #f0f0f0;"));
-    QCOMPARE(page.table()->maximumHeight(), 60);
-    QCOMPARE(page.table()->horizontalScrollBarPolicy(), Qt::ScrollBarAlwaysOn);
-    QCOMPARE(page.add()->text(), QStringLiteral("Add"));
-    QCOMPARE(page.remove()->text(), QStringLiteral("Remove"));
 }
 
 void CParameterEditorFrameTest::enteringTwiceWithTheSameDeckChangesNothing()
