@@ -9,25 +9,6 @@
 namespace fs = std::filesystem;
 
 namespace DeckTestFiles {
-namespace {
-
-SChildEnd runChild(const QString& program, const QStringList& arguments)
-{
-    // What a child that ends by an abort leaves behind goes with this folder.
-    const QTemporaryDir folder;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TMPDIR"), folder.path());
-    QProcess child;
-    child.setProcessEnvironment(environment);
-    child.setWorkingDirectory(folder.path());
-    child.start(program, arguments);
-    child.waitForFinished(60000);
-    return {child.exitStatus() == QProcess::CrashExit, child.exitCode(),
-            child.readAllStandardOutput(), child.readAllStandardError()};
-}
-
-} // namespace
-
 DeckPaths newDeck(const DeckDescription& description, const std::string& stem)
 {
     static const QTemporaryDir root;
@@ -63,15 +44,30 @@ fs::file_time_type makeOld(const fs::path& path)
     return fs::last_write_time(path);
 }
 
+SChildEnd runProgram(const QString& program, const QStringList& arguments)
+{
+    // What a child that ends by an abort leaves behind goes with this folder.
+    const QTemporaryDir folder;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TMPDIR"), folder.path());
+    QProcess child;
+    child.setProcessEnvironment(environment);
+    child.setWorkingDirectory(folder.path());
+    child.start(program, arguments);
+    child.waitForFinished(60000);
+    return {child.exitStatus() == QProcess::CrashExit, child.exitCode(),
+            child.readAllStandardOutput(), child.readAllStandardError()};
+}
+
 SChildEnd runProbe(const QStringList& arguments)
 {
-    return runChild(QStringLiteral(TARNEL_DECK_PROBE), arguments);
+    return runProgram(QStringLiteral(TARNEL_DECK_PROBE), arguments);
 }
 
 SChildEnd runPython(const QString& script, const QStringList& arguments)
 {
-    return runChild(QStringLiteral("/usr/bin/python3"),
-                    QStringList{QStringLiteral("-c"), script} + arguments);
+    return runProgram(QStringLiteral("/usr/bin/python3"),
+                      QStringList{QStringLiteral("-c"), script} + arguments);
 }
 
 } // namespace DeckTestFiles

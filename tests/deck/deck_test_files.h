@@ -37,6 +37,9 @@ struct SChildEnd
     QByteArray error;
 };
 
+/// Runs a program with a folder of its own for temporary files and for what it leaves behind.
+SChildEnd runProgram(const QString& program, const QStringList& arguments);
+
 /// Runs the deck probe, see deck_probe.cpp, with its own folder for temporary files.
 SChildEnd runProbe(const QStringList& arguments);
 
