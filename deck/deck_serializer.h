@@ -58,7 +58,8 @@ private:
                                  const H5::PredType& type, CTaggedValue<T>* value,
                                  unsigned int mode);
 
-    /// `target` holds a std::reference_wrapper of a std::vector<double>; a read appends to it.
+    /// `target` holds a std::reference_wrapper of a std::vector<double>; a read replaces its
+    /// content.
     void transferDoubles(H5::Group& group, const char* name, std::any target, unsigned int mode);
     /// A read appends.
     void transferStrings(H5::Group& group, const char* name, std::vector<std::string>& target,

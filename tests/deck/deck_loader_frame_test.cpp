@@ -9,14 +9,10 @@
 #include "tests/support/test_environment.h"
 
 #include <QBitmap>
-#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QTextBrowser>
-#include <QTextDocument>
-#include <QVBoxLayout>
 #include <QtTest>
 
 namespace fs = std::filesystem;
@@ -70,94 +66,6 @@ class TestDeckLoaderFrame : public QObject
 
 private slots:
     void init() { CTestEnvironment::reset(); }
-
-    void formStandsAsItShould()
-    {
-        const SPage page;
-        QCOMPARE(page.frame.objectName(), QStringLiteral("DeckLoaderFrameUI"));
-        QCOMPARE(page.frame.windowTitle(), QStringLiteral("DeckLoaderFrameUI"));
-        QCOMPARE(page.frame.sizePolicy().horizontalPolicy(), QSizePolicy::MinimumExpanding);
-        QCOMPARE(page.frame.sizePolicy().verticalPolicy(), QSizePolicy::MinimumExpanding);
-        QVERIFY(page.find<QLabel>("m_lblDeckFile")->text() == "Locate deck to use:");
-        QVERIFY(page.find<QLabel>("label")->text() == "Input valid ORVA simulation deck");
-        const auto* additional = page.find<QLabel>("m_lblAdditionalFiles");
-        QCOMPARE(additional->text(), QStringLiteral("Additional Files:"));
-        QVERIFY(additional->alignment().testFlag(Qt::AlignRight));
-        QVERIFY(additional->alignment().testFlag(Qt::AlignVCenter));
-        QCOMPARE(page.deckEdit()->placeholderText(), QStringLiteral("Please select a .zek file"));
-        QCOMPARE(page.deckEdit()->maximumHeight(), 22);
-        QCOMPARE(page.additionalEdit()->maximumHeight(), 22);
-        for (const char* name : {"m_pbZekFilesSelect", "m_pbAdditionalFilesSelect"}) {
-            const auto* button = page.find<QPushButton>(name);
-            QCOMPARE(button->text(), QStringLiteral("..."));
-            QCOMPARE(button->maximumSize(), QSize(22, 22));
-            QVERIFY(!button->autoDefault());
-        }
-        QVERIFY(page.frame.isVisible());
-    }
-
-    void formHasItsSizeUntilItIsShown()
-    {
-        QWidget widget;
-        Ui::DeckLoaderFrameUI form;
-        form.setupUi(&widget);
-        QCOMPARE(widget.size(), QSize(334, 242));
-    }
-
-    void cellsOfTheGrid_data()
-    {
-        QTest::addColumn<int>("row");
-        QTest::addColumn<int>("column");
-        QTest::newRow("m_lblAdditionalFiles") << 3 << 0;
-        QTest::newRow("m_pbZekFilesSelect") << 2 << 2;
-        QTest::newRow("m_Logo") << 5 << 1;
-        QTest::newRow("m_lblDeckFile") << 2 << 0;
-        QTest::newRow("m_leAdditionalFilesPath") << 3 << 1;
-        QTest::newRow("m_leDeckFilePath") << 2 << 1;
-        QTest::newRow("label") << 1 << 1;
-        QTest::newRow("m_pbAdditionalFilesSelect") << 3 << 2;
-        QTest::newRow("textBrowser") << 0 << 1;
-    }
-    void cellsOfTheGrid()
-    {
-        QFETCH(int, row);
-        QFETCH(int, column);
-        const SPage page;
-        const auto* grid = page.frame.findChild<QGridLayout*>(QStringLiteral("gridLayout_2"));
-        QVERIFY(page.frame.findChild<QVBoxLayout*>(QStringLiteral("verticalLayout")) != nullptr);
-        const int index = grid->indexOf(page.find(QTest::currentDataTag()));
-        QVERIFY(index >= 0);
-        int itemRow = -1;
-        int itemColumn = -1;
-        int rows = 0;
-        int columns = 0;
-        grid->getItemPosition(index, &itemRow, &itemColumn, &rows, &columns);
-        QCOMPARE(itemRow, row);
-        QCOMPARE(itemColumn, column);
-        QVERIFY(grid->itemAtPosition(6, 1)->spacerItem() != nullptr);
-    }
-
-    void introductionReadsAsItShould()
-    {
-        const SPage page;
-        const auto* browser = page.find<QTextBrowser>("textBrowser");
-        const QStringList lines = browser->toPlainText().split(QLatin1Char('\n'));
-        QCOMPARE(lines.size(), 8);
-        QCOMPARE(lines.at(0),
-                 QStringLiteral(
-                     "Tarnel is designed to support the ORVA Material Model calibration process. "
-                     " The primary function of Tarnel is to allow users to create a suitable ORVA "
-                     "Material Model by generating a number of simulations with different "
-                     "material parameters, run the simulations and analyse the results."));
-        QCOMPARE(lines.at(1), QStringLiteral("To Use:"));
-        QCOMPARE(lines.at(3), QStringLiteral("            > Use the Parameter Editor to choose "
-                                             "which material model inputs to vary."));
-        QCOMPARE(lines.at(7),
-                 QStringLiteral("            > Collating the results of any exported CSV files "
-                                "that have been created as a combined results file."));
-        QVERIFY(browser->toHtml().contains(QStringLiteral("MS Shell Dlg 2")));
-        QVERIFY(browser->toHtml().contains(QStringLiteral("font-size:8pt")));
-    }
 
     void logoIsTheWindowsIcon()
     {
