@@ -24,12 +24,22 @@ void CCaseWorkers::start(const CaseTask& task)
     {
         const std::lock_guard<std::mutex> lock(m_mutex);
         ++m_iTasks;
+        m_waiting.push_back(task);
     }
-    QtConcurrent::run([this, task] { run(task); });
+    QtConcurrent::run(this, &CCaseWorkers::runNext);
 }
 
-void CCaseWorkers::run(const CaseTask& task)
+CaseTask CCaseWorkers::takeWaiting()
 {
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    CaseTask task = std::move(m_waiting.front());
+    m_waiting.pop_front();
+    return task;
+}
+
+void CCaseWorkers::runNext()
+{
+    const CaseTask task = takeWaiting();
     const int exitCode = CaseExecution::run(task, *this);
     {
         const std::lock_guard<std::mutex> lock(m_mutex);

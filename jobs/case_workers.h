@@ -5,6 +5,7 @@
 #include <QObject>
 
 #include <condition_variable>
+#include <deque>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -50,12 +51,14 @@ signals:
     void caseEnded();
 
 private:
-    void run(const CaseTask& task);
+    void runNext();
+    CaseTask takeWaiting();
     void waitForTasks();
 
     mutable std::mutex m_mutex;
     std::condition_variable m_taskEnded;
     int m_iTasks = 0;
+    std::deque<CaseTask> m_waiting; ///< for a thread of the pool
     int m_iCancelledRun = 0;
     std::map<CKillSwitch*, int> m_children; ///< with the run of each
     std::vector<EndedCase> m_ended;
