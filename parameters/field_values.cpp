@@ -25,6 +25,15 @@ std::vector<bool>& bitsOf(const CParameterFields& field, Flags& flags)
     return checked::element(flags, static_cast<std::size_t>(field.m_index));
 }
 
+/// A number that is near nothing, itself included, is given up more often than it was taken up.
+void dropBit(const CParameterFields& field, Flags& flags)
+{
+    std::vector<bool>& bits = bitsOf(field, flags);
+    if (!bits.empty()) {
+        bits.pop_back();
+    }
+}
+
 /// The list of values that the columns still account for.
 std::vector<CaseValue> shownValues(const std::vector<CaseValue>& values,
                                    const std::vector<CaseValue>& columns)
@@ -45,7 +54,7 @@ int reconcile(CParameterFields& field, Flags& flags, const std::vector<CaseValue
     for (std::size_t i = 1; i < shown.size(); ++i) {
         if (!containsNear(field.m_values, shown[i])) {
             eraseEqual(field.m_values, shown[i]);
-            bitsOf(field, flags).pop_back();
+            dropBit(field, flags);
             --change;
         }
     }
@@ -87,12 +96,15 @@ int edit(CParameterFields& field, Flags& flags, const CaseValue& edited,
 
 bool remove(CParameterFields& field, Flags& flags, const CaseValue& value)
 {
+    if (field.m_values.empty()) {
+        return false;
+    }
     const auto found = std::find(field.m_values.begin() + 1, field.m_values.end(), value);
     if (found == field.m_values.end()) {
         return false;
     }
     field.m_values.erase(found);
-    bitsOf(field, flags).pop_back();
+    dropBit(field, flags);
     return true;
 }
 

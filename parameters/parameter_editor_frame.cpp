@@ -178,8 +178,10 @@ void CParameterEditorFrame::onParameterListItemClicked(QListWidgetItem* item)
                                                                 QHeaderView::ResizeToContents);
     }
     const bool varied = m_tableWidget->columnCount() >= 2;
-    cellAt(0)->setEditable(false);
-    cellAt(0)->setSuperseded(varied);
+    if (CTableItem* first = cellAt(0)) {
+        first->setEditable(false);
+        first->setSuperseded(varied);
+    }
     m_pbAdd->setEnabled(true);
     m_pbRemove->setEnabled(varied);
 }
@@ -203,6 +205,10 @@ void CParameterEditorFrame::editValues(EditMode mode, QTableWidgetItem* item)
     const int width = m_tableWidget->width();
     if (item == nullptr) {
         item = m_tableWidget->item(0, m_tableWidget->columnCount() - 1);
+    }
+    if (item == nullptr) {
+        // An edit has taken even the deck's value from a field that was infinite.
+        return;
     }
     if (mode == Remove && item == m_tableWidget->item(0, 0)) {
         m_pbRemove->setEnabled(false);

@@ -11,6 +11,8 @@
 #include <QTest>
 
 Q_DECLARE_METATYPE(const char**)
+Q_DECLARE_METATYPE(std::string*)
+Q_DECLARE_METATYPE(QString*)
 
 class CConstantsTest : public QObject
 {
@@ -28,7 +30,10 @@ private slots:
     void theAboutTextHasItsSixArguments();
     void theAboutTemplateNamesEachArgumentOnce();
     void theDescriptionInTheAboutTextIsTheBuildType();
-    void fileNames();
+    void namesOfFilesAndCommands_data();
+    void namesOfFilesAndCommands();
+    void textsOfTheFileDialogs_data();
+    void textsOfTheFileDialogs();
     void progressStrings();
 };
 
@@ -234,16 +239,85 @@ void CConstantsTest::theDescriptionInTheAboutTextIsTheBuildType()
     QVERIFY2(text.contains(QStringLiteral("<br>Description: Beta </p>\n")), qPrintable(text));
 }
 
-void CConstantsTest::fileNames()
+void CConstantsTest::namesOfFilesAndCommands_data()
 {
-    QCOMPARE(FileNames::DataFileSuffix, std::string("_data/0.h5"));
-    QCOMPARE(FileNames::AwaitingClient, std::string("Awaiting Client connection...\r\n"));
-    QCOMPARE(FileNames::RunningAnalysis, std::string("Running Python analysis\n"));
-    QCOMPARE(FileNames::PythonOnPath, std::string("\\python.exe"));
-    QCOMPARE(FileNames::CommandSeparator, std::string("& ^"));
-    QCOMPARE(FileNames::CombinedResultsStem, std::string("/CollatedResults"));
-    QCOMPARE(FileNames::ChooseDeck, QStringLiteral("Choose .zek File"));
-    QCOMPARE(FileNames::DeckFilter, QStringLiteral("Zek file (*.zek)"));
+    QTest::addColumn<std::string*>("name");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("DeckExtension") << &FileNames::DeckExtension << ".zek";
+    QTest::newRow("CompanionExtension") << &FileNames::CompanionExtension << ".ynd";
+    QTest::newRow("DfgExtension") << &FileNames::DfgExtension << ".dfg";
+    QTest::newRow("QsvExtension") << &FileNames::QsvExtension << ".qsv";
+    QTest::newRow("PythonExtension") << &FileNames::PythonExtension << ".py";
+    QTest::newRow("ExecutableExtension") << &FileNames::ExecutableExtension << ".exe";
+    QTest::newRow("CsvExtension") << &FileNames::CsvExtension << ".csv";
+    QTest::newRow("TextExtension") << &FileNames::TextExtension << ".txt";
+    QTest::newRow("BatchExtension") << &FileNames::BatchExtension << ".bat";
+    QTest::newRow("DataFolderSuffix") << &FileNames::DataFolderSuffix << "_data";
+    QTest::newRow("DataFileName") << &FileNames::DataFileName << "0.h5";
+    QTest::newRow("DataFileSuffix") << &FileNames::DataFileSuffix << "_data/0.h5";
+    QTest::newRow("CasePrefix") << &FileNames::CasePrefix << "Job";
+    QTest::newRow("JobFolderStem") << &FileNames::JobFolderStem << "JobSpec";
+    QTest::newRow("CaseRootStem") << &FileNames::CaseRootStem << "JobFileLocation";
+    QTest::newRow("JobMatrixStem") << &FileNames::JobMatrixStem << "input_jobID-Matrix";
+    QTest::newRow("AdditionalFilesStem")
+        << &FileNames::AdditionalFilesStem << "Additional File Directory";
+    QTest::newRow("CouplingFileStem") << &FileNames::CouplingFileStem << "Coupling File Directory";
+    QTest::newRow("PythonDetailsStem") << &FileNames::PythonDetailsStem << "PyDetails";
+    QTest::newRow("CaseNumberHeading") << &FileNames::CaseNumberHeading << "ID#";
+    QTest::newRow("BatchFileStem") << &FileNames::BatchFileStem << "RunAllSimulations";
+    QTest::newRow("ToDeleteSuffix") << &FileNames::ToDeleteSuffix << "_to_delete";
+    QTest::newRow("CommandInterpreter") << &FileNames::CommandInterpreter << "cmd.exe";
+    QTest::newRow("RunAndExit") << &FileNames::RunAndExit << "/C";
+    QTest::newRow("Python") << &FileNames::Python << "python";
+    QTest::newRow("CondaActivate") << &FileNames::CondaActivate << "conda activate";
+    QTest::newRow("CondaDeactivate") << &FileNames::CondaDeactivate << "conda deactivate";
+    QTest::newRow("PythonOnPath") << &FileNames::PythonOnPath << "\\python.exe";
+    QTest::newRow("CondaExecutableOnPath") << &FileNames::CondaExecutableOnPath << "\\conda.exe";
+    QTest::newRow("CondaBatchOnPath") << &FileNames::CondaBatchOnPath << "\\conda.bat";
+    QTest::newRow("NoDeckFlag") << &FileNames::NoDeckFlag << "PYTHON_NO_DECK_FLAG";
+    QTest::newRow("CommandSeparator") << &FileNames::CommandSeparator << "& ^";
+    QTest::newRow("ChangeDirectory") << &FileNames::ChangeDirectory << "cd";
+    QTest::newRow("ParentDirectory") << &FileNames::ParentDirectory << "..";
+    QTest::newRow("AwaitingClient")
+        << &FileNames::AwaitingClient << "Awaiting Client connection...\r\n";
+    QTest::newRow("RunningAnalysis") << &FileNames::RunningAnalysis << "Running Python analysis\n";
+    QTest::newRow("CombinedResultsStem") << &FileNames::CombinedResultsStem << "/CollatedResults";
+    QTest::newRow("InputArgument") << &FileNames::InputArgument << "-i";
+    QTest::newRow("ExportArgument") << &FileNames::ExportArgument << "-e";
+    QTest::newRow("FieldSeparator") << &FileNames::FieldSeparator << ",";
+}
+
+void CConstantsTest::namesOfFilesAndCommands()
+{
+    QFETCH(std::string*, name);
+    QFETCH(QString, text);
+    QCOMPARE(QString::fromStdString(*name), text);
+}
+
+void CConstantsTest::textsOfTheFileDialogs_data()
+{
+    QTest::addColumn<QString*>("constant");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("BrowseForFolder") << &FileNames::BrowseForFolder << "Browse for folder";
+    QTest::newRow("ChooseDeck") << &FileNames::ChooseDeck << "Choose .zek File";
+    QTest::newRow("ChooseExecutable") << &FileNames::ChooseExecutable << "Choose .exe File";
+    QTest::newRow("ChooseDfg") << &FileNames::ChooseDfg << "Choose .dfg File";
+    QTest::newRow("ChooseQsv") << &FileNames::ChooseQsv << "Choose .qsv File";
+    QTest::newRow("ChoosePython") << &FileNames::ChoosePython << "Choose .py File";
+    QTest::newRow("ChooseAdditionalFiles")
+        << &FileNames::ChooseAdditionalFiles << "Choose Additional Files";
+    QTest::newRow("DeckFilter") << &FileNames::DeckFilter << "Zek file (*.zek)";
+    QTest::newRow("ExecutableFilter") << &FileNames::ExecutableFilter << "Executable file (*.exe)";
+    QTest::newRow("DfgFilter") << &FileNames::DfgFilter << "Dfg file (*.dfg)";
+    QTest::newRow("QsvFilter") << &FileNames::QsvFilter << "Qsv file (*.qsv)";
+    QTest::newRow("PythonFilter") << &FileNames::PythonFilter << "Python file (*.py)";
+}
+
+void CConstantsTest::textsOfTheFileDialogs()
+{
+    QFETCH(QString*, constant);
+    QFETCH(QString, text);
+    QCOMPARE(*constant, text);
 }
 
 void CConstantsTest::progressStrings()

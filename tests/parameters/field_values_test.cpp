@@ -5,9 +5,14 @@
 #include <QApplication>
 #include <QTest>
 
+#include <limits>
+
 using Values = std::vector<CaseValue>;
 
 namespace {
+
+constexpr double NotANumber = std::numeric_limits<double>::quiet_NaN();
+constexpr double Infinity = std::numeric_limits<double>::infinity();
 
 CParameterFields fieldOf(Values values)
 {
@@ -37,6 +42,10 @@ private slots:
     void removeNeedsTheExactValue();
     void removeTakesTheFirstEqualVariance();
     void theDeckValueIsNeverRemoved();
+    void aNumberThatIsNoneIsTakenUpAndGivenUpAtOnce();
+    void bitsAreNotTakenFromAFieldThatHasNone();
+    void anEditOfAnInfiniteFieldLosesEvenTheDeckValue();
+    void nothingIsRemovedFromAFieldWithoutValues();
     void noVarianceCountsAsNoCase();
     void oneVarianceTurnsTheCountIntoOne();
     void threeAndTwoVariancesMakeSixCases();
@@ -130,6 +139,42 @@ void CFieldValuesTest::theDeckValueIsNeverRemoved()
     FieldValues::Flags flags = flagsOf(field);
     QVERIFY(!FieldValues::remove(field, flags, 0.5));
     QVERIFY(field.m_values == Values({0.5}));
+}
+
+void CFieldValuesTest::aNumberThatIsNoneIsTakenUpAndGivenUpAtOnce()
+{
+    CParameterFields field = fieldOf({NotANumber});
+    FieldValues::Flags flags = flagsOf(field);
+    QCOMPARE(FieldValues::edit(field, flags, NotANumber, {NotANumber, NotANumber}), 0);
+    QCOMPARE(field.m_values.size(), std::size_t(2));
+    QCOMPARE(flags.front().size(), std::size_t(1));
+}
+
+void CFieldValuesTest::bitsAreNotTakenFromAFieldThatHasNone()
+{
+    CParameterFields field = fieldOf({NotANumber, NotANumber, 0.7});
+    FieldValues::Flags flags = {{}};
+    QCOMPARE(FieldValues::edit(field, flags, 0.7, {NotANumber, 0.7}), -1);
+    QVERIFY(flags.front().empty());
+    QVERIFY(FieldValues::remove(field, flags, 0.7));
+    QVERIFY(flags.front().empty());
+}
+
+void CFieldValuesTest::anEditOfAnInfiniteFieldLosesEvenTheDeckValue()
+{
+    CParameterFields field = fieldOf({Infinity, Infinity});
+    FieldValues::Flags flags = flagsOf(field);
+    QCOMPARE(FieldValues::edit(field, flags, 0.7, {Infinity, 0.7}), -1);
+    QVERIFY(field.m_values.empty());
+    QCOMPARE(flags.front().size(), std::size_t(1));
+}
+
+void CFieldValuesTest::nothingIsRemovedFromAFieldWithoutValues()
+{
+    CParameterFields field = fieldOf({});
+    FieldValues::Flags flags = {{true}};
+    QVERIFY(!FieldValues::remove(field, flags, 0.7));
+    QCOMPARE(flags.front().size(), std::size_t(1));
 }
 
 void CFieldValuesTest::noVarianceCountsAsNoCase()

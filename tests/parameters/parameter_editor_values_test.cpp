@@ -59,6 +59,7 @@ private slots:
     void aValueInsideItsBoundsIsNotRed();
     void aFieldWithOneVarianceTurnsTheLabelFromZeroIntoOne();
     void oldFieldsOfAnEarlierDeckCountInTheLabel();
+    void aFieldThatLostAllItsValuesShowsNoColumn();
 };
 
 void CParameterEditorValuesTest::initTestCase()
@@ -333,6 +334,21 @@ void CParameterEditorValuesTest::oldFieldsOfAnEarlierDeckCountInTheLabel()
     page.add()->click();
     // Each of the old fields got a further bit: three variances count as four, one value as one.
     QCOMPARE(page.caseCount(), QStringLiteral("4"));
+}
+
+void CParameterEditorValuesTest::aFieldThatLostAllItsValuesShowsNoColumn()
+{
+    CPage page;
+    page.clickTree("Interactions");
+    CPage::clickList(page.materials(), 0);
+    CDeckStore::instance()->parameters().at(0)->m_keys[0]->m_fields[0]->m_values.clear();
+    CPage::clickList(page.parameters(), 0);
+    QCOMPARE(page.table()->columnCount(), 0);
+    page.add()->click();
+    page.remove()->setEnabled(true);
+    page.remove()->click();
+    QCOMPARE(page.table()->columnCount(), 0);
+    QVERIFY(fieldAt(0, 0, 0).m_values.empty());
 }
 
 TARNEL_TEST_MAIN(CParameterEditorValuesTest)
