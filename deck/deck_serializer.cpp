@@ -52,16 +52,19 @@ bool CDeckSerializer::walk(H5::H5File& file, CCreatorData& record, unsigned int 
 
 void CDeckSerializer::readFormat()
 {
-    if (!m_creatorData.attrExists(DeckKeys::SvnVersion)) {
-        return;
-    }
     unsigned int revision = 0;
+    bool exists = false;
     const bool read = GuardedTransfer::run([&]() {
+        // Even the question fails where the group's header is damaged.
+        exists = m_creatorData.attrExists(DeckKeys::SvnVersion);
+        if (!exists) {
+            return;
+        }
         const H5::Attribute attribute = m_creatorData.openAttribute(DeckKeys::SvnVersion);
         GuardedTransfer::requireSingle(attribute);
         attribute.read(H5::PredType::NATIVE_UINT, &revision);
     });
-    if (read) {
+    if (read && exists) {
         // A revision that the table lacks enters it with format 0.
         CAppSettings::instance()->setDeckFormat(DeckKeys::FormatForRevision[revision]);
     }

@@ -16,11 +16,25 @@ namespace {
 template <class Record>
 using MapOf = typename CompoundMapping::Mapping<Record>::Map;
 
+/// HDF5 trusts the file's own type: it would read past an element for a member that lies outside.
+void requireSoundType(const H5::DataSet& dataset, const H5::CompType& fileType)
+{
+    const std::size_t size = fileType.getSize();
+    for (unsigned int index = 0; index < static_cast<unsigned int>(fileType.getNmembers());
+         ++index) {
+        const std::size_t offset = fileType.getMemberOffset(index);
+        if (offset > size || fileType.getMemberDataType(index).getSize() > size - offset) {
+            throw std::runtime_error(dataset.getObjName() + " has members outside its elements");
+        }
+    }
+}
+
 /// HDF5 would leave a member that the file lacks as it is: a number that nobody wrote.
 void requireMembers(const H5::DataSet& dataset, const H5::CompType& type)
 {
     GuardedTransfer::requireClass(dataset, H5T_COMPOUND);
     const H5::CompType fileType = dataset.getCompType();
+    requireSoundType(dataset, fileType);
     for (unsigned int index = 0; index < static_cast<unsigned int>(type.getNmembers()); ++index) {
         const std::string member = type.getMemberName(index);
         if (H5Tget_member_index(fileType.getId(), member.c_str()) < 0) {

@@ -62,6 +62,21 @@ void requireCount(const H5::DataSet& dataset, std::size_t count)
     }
 }
 
+/// Many elements of a small file may share one long text, of which a read makes a copy for each.
+void requireModestTexts(const H5::DataSet& dataset)
+{
+    constexpr std::size_t mostTexts = 4096;
+    constexpr hsize_t mostBytes = 1U << 24U;
+    const std::size_t count = GuardedTransfer::elementCount(dataset);
+    if (count == 0) {
+        return;
+    }
+    if (count > mostTexts ||
+        dataset.getVlenBufSize(dataset.getStrType(), dataset.getSpace()) > mostBytes) {
+        throw std::runtime_error(dataset.getObjName() + " has too many texts");
+    }
+}
+
 /// The texts that HDF5 allocated for a read, given back at the end.
 class CReadTexts
 {
@@ -96,6 +111,7 @@ private:
 
 void readTexts(const H5::DataSet& dataset, std::vector<std::string>& target)
 {
+    requireModestTexts(dataset);
     const CReadTexts read(dataset);
     for (const char* text : read.texts()) {
         target.emplace_back(text == nullptr ? "" : text);
