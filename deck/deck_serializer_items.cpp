@@ -13,10 +13,19 @@ namespace {
 
 static_assert(sizeof(hbool_t) == 1, "flags are moved through one byte");
 
+/// HDF5 trusts the file's own type: it would read past a value that is shorter than its type.
+void requireWholeValue(const H5::Attribute& attribute)
+{
+    if (attribute.getDataType().getSize() > attribute.getStorageSize()) {
+        throw std::runtime_error("\"" + attribute.getName() + "\" is shorter than its type");
+    }
+}
+
 void moveAttribute(const H5::Attribute& attribute, const H5::DataType& type, void* value,
                    unsigned int mode)
 {
     GuardedTransfer::requireSingle(attribute);
+    requireWholeValue(attribute);
     if (mode == CDeckSerializer::Read) {
         // A read that fails halfway must not leave its first bytes behind.
         std::vector<char> bytes(type.getSize());

@@ -64,6 +64,17 @@ void replacePairs(H5::H5File& file, const H5::DataType& name, const H5::DataType
     file.createDataSet(jkrData, pairType(name, value), H5::DataSpace(1, &count));
 }
 
+/// Damage that the library itself refuses to write.
+void changeBytes(const DeckPaths& deck, const QByteArray& before, const QByteArray& after)
+{
+    QByteArray bytes = DeckTestFiles::bytesOf(deck.dataFile);
+    QVERIFY(bytes.contains(before));
+    bytes.replace(before, after);
+    QFile file(QString::fromStdString(deck.dataFile.string()));
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    QCOMPARE(file.write(bytes), qint64(bytes.size()));
+}
+
 /// "loaded", "bad data", or the declared exception that passed.
 QByteArray loadEnd(const DeckPaths& deck)
 {
@@ -145,20 +156,26 @@ private slots:
         QVERIFY(read(deck).m_surfaceSurface.m_hertzMindlinJkr == expected);
     }
 
-    /// The library itself writes no such type, so the bytes of a file are changed.
     void memberOutsideItsElementIsNotRead()
     {
         const DeckPaths deck = newDeck(fullDeck(14));
-        QByteArray bytes = DeckTestFiles::bytesOf(deck.dataFile);
-        const QByteArray member("value\0\0\0\0\2\0\0", 12);
-        QVERIFY(bytes.contains(member));
-        bytes.replace(member, QByteArray("value\0\0\0\1\2\0\0", 12));
-        QFile file(QString::fromStdString(deck.dataFile.string()));
-        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size());
-        file.close();
+        changeBytes(deck, QByteArray("value\0\0\0\0\2\0\0", 12),
+                    QByteArray("value\0\0\0\1\2\0\0", 12));
         CStreamCapture output(CStreamCapture::Output);
         QVERIFY(read(deck).m_surfaceSurface.m_hertzMindlinJkr.empty());
         QVERIFY2(output.text().contains("members outside its elements"), output.text().constData());
+    }
+
+    void valueShorterThanItsTypeIsNotRead()
+    {
+        const DeckPaths deck = newDeck(fullDeck(14));
+        // The size of an axis of the velocity, behind the array's one dimension of three.
+        changeBytes(deck, QByteArray("\3\0\0\0\0\0\0\0\x11\x20\x3f\0\x08\0", 14),
+                    QByteArray("\3\0\0\0\0\0\0\0\x11\x20\x3f\0\x08\x80", 14));
+        CStreamCapture output(CStreamCapture::Output);
+        const CForce force = read(deck).m_externalForces.m_magnusLift;
+        QVERIFY(force.m_steadyFlowVelocity == CForce().m_steadyFlowVelocity);
+        QVERIFY2(output.text().contains("shorter than its type"), output.text().constData());
     }
 
     void attributeInPlaceOfAGroupEndsLikeAMissingGroup()
