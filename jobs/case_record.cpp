@@ -170,13 +170,14 @@ std::string schemeHeadings(const CCreatorData& deck)
     return writer.text();
 }
 
-CCreatorData caseRecord(const CCreatorData& deck, std::size_t index, const CaseRow& row)
+CCreatorData caseRecord(const CCreatorData& deck, std::size_t index, std::size_t caseNumber,
+                        const CaseRow& row)
 {
     CCreatorData record(deck.m_sName + std::to_string(index));
     SlotFiller filler(row);
     HeadingScheme::walk(deck, record, filler);
     if (filler.missing() > 0) {
-        std::cerr << "Case " << index - 1 << " of " << deck.m_sName
+        std::cerr << "Case " << caseNumber << " of " << deck.m_sName
                   << " ends early, missing values: " << filler.missing()
                   << "; the slots keep their defaults" << std::endl;
     }

@@ -99,7 +99,7 @@ bool loadJobFolder(const std::string& job, CJobMatrix& matrix, CJobFileReader& r
     }
     int caseNumber = 0;
     for (const CaseRow& row : reader.readJobMatrix(matrixPath)) {
-        matrix.createCaseRecord(row);
+        matrix.createCaseRecord(row, static_cast<std::size_t>(caseNumber));
         onCase(deck, caseNumber++);
     }
     return true;

@@ -78,8 +78,8 @@ bool CJobMatrix::writeJobMatrix(const std::string& jobFolder)
     }
     // The file is complete before the first box of a mistyped value comes up.
     stream.close();
-    for (const CaseRow& row : m_cases) {
-        createCaseRecord(row);
+    for (std::size_t number = 0; number < m_cases.size(); ++number) {
+        createCaseRecord(m_cases[number], number);
     }
     return true;
 }
@@ -96,9 +96,9 @@ bool CJobMatrix::writeHeader(std::ostream& stream) const
     return !records.empty();
 }
 
-void CJobMatrix::createCaseRecord(const CaseRow& row)
+void CJobMatrix::createCaseRecord(const CaseRow& row, std::size_t caseNumber)
 {
     std::vector<CCreatorData>& records = CDeckStore::instance()->creatorData();
     const CCreatorData& deck = checked::element(records, 0);
-    records.push_back(caseRecord(deck, records.size(), row));
+    records.push_back(caseRecord(deck, records.size(), caseNumber, row));
 }

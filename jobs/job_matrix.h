@@ -2,6 +2,7 @@
 
 #include "jobs/case_matrix.h"
 
+#include <cstddef>
 #include <ostream>
 #include <string>
 
@@ -23,7 +24,7 @@ public:
 
     /// Appends the record of one case to the store, which must hold the deck's record. A modal box
     /// comes up for each value of the wrong type; the slot then takes 0.0 or false.
-    void createCaseRecord(const CaseRow& row);
+    void createCaseRecord(const CaseRow& row, std::size_t caseNumber);
 
 private:
     CaseMatrix m_cases;

@@ -243,7 +243,7 @@ void CaseRecordTest::valuesAreTakenInTheOrderOfTheScheme()
     deck.m_externalForces.m_temperatureUpdate = {{"t", 0}};
 
     const CModalWatcher watcher;
-    const CCreatorData record = caseRecord(deck, 1, countingRow(16, {13}));
+    const CCreatorData record = caseRecord(deck, 1, 0, countingRow(16, {13}));
     QCOMPARE(watcher.messages().size(), std::size_t(0));
     QCOMPARE(QString::fromStdString(record.m_sName), QStringLiteral("bed1"));
     QVERIFY(record.m_interactions == TripleMap({{"a<>b", {1, 2, 3}}}));
@@ -263,7 +263,7 @@ void CaseRecordTest::forceValuesAreTakenFlagBeforeVelocities()
     deck.m_externalForces.m_haiderLevenspielDrag.m_sName = "Haider and Levenspiel Drag";
     deck.m_externalForces.m_haiderLevenspielDrag.m_shapeFactors = {{"s1", 0}, {"s2", 0}};
     const CModalWatcher watcher;
-    const CCreatorData record = caseRecord(deck, 1, countingRow(9, {5}));
+    const CCreatorData record = caseRecord(deck, 1, 0, countingRow(9, {5}));
     QCOMPARE(watcher.messages().size(), std::size_t(0));
     const CShapeForce& force = record.m_externalForces.m_haiderLevenspielDrag;
     QVERIFY(force.m_shapeFactors == SingleMap({{"s1", 1}, {"s2", 2}}));
@@ -280,7 +280,7 @@ void CaseRecordTest::bondingTakesEachValueByItsOwnTag()
     deck.m_surfaceSurface.m_bondingTorqueFeedback = {"Active", false};
     deck.m_surfaceSurface.m_bondingV2StartTime = {"Active", 0.0};
     const CModalWatcher watcher;
-    const CCreatorData record = caseRecord(deck, 1, {true, 4.5});
+    const CCreatorData record = caseRecord(deck, 1, 0, {true, 4.5});
     QCOMPARE(watcher.messages().size(), std::size_t(0));
     QVERIFY(record.m_surfaceSurface.m_bondingTorqueFeedback == CTaggedValue<bool>("Active", true));
     QVERIFY(record.m_surfaceSurface.m_bondingStartTime == CTaggedValue<double>("", 0.0));
@@ -295,7 +295,7 @@ void CaseRecordTest::crossedBondingColumnsWarnTwiceAndYieldNothing()
     deck.m_surfaceSurface.m_bondingStartTime = {"Active", 2.0};
     const CModalWatcher watcher;
     // The entries stand the other way round: the start time before the torque feedback.
-    const CCreatorData record = caseRecord(deck, 1, {2.0, true});
+    const CCreatorData record = caseRecord(deck, 1, 0, {2.0, true});
     QCOMPARE(watcher.texts(), QStringList({MistypedText, MistypedText}));
     QVERIFY(record.m_surfaceSurface.m_bondingTorqueFeedback == CTaggedValue<bool>("Active", false));
     QVERIFY(record.m_surfaceSurface.m_bondingStartTime == CTaggedValue<double>("Active", 0.0));
@@ -306,7 +306,7 @@ void CaseRecordTest::untaggedValuesAreNotTaken()
     CCreatorData deck;
     deck.m_surfaceSurface.m_linearSpringValue = {"", 5.0};
     deck.m_surfaceSurface.m_linearSpring = {{"a<>b", 0}};
-    const CCreatorData record = caseRecord(deck, 1, {7.0});
+    const CCreatorData record = caseRecord(deck, 1, 0, {7.0});
     QVERIFY(record.m_surfaceSurface.m_linearSpringValue == CTaggedValue<double>("", 0.0));
     QVERIFY(record.m_surfaceSurface.m_linearSpring == SingleMap({{"a<>b", 7.0}}));
 }
@@ -323,7 +323,7 @@ void CaseRecordTest::absentForceInFrontShiftsTheValues()
     row.insert(row.end(), {1.0, 2.0, 3.0, true, 4.0, 5.0, 6.0});
     const CErrorCapture errors;
     const CModalWatcher watcher;
-    const CCreatorData record = caseRecord(deck, 1, row);
+    const CCreatorData record = caseRecord(deck, 1, 0, row);
     QCOMPARE(record.m_externalForces.m_magnusLift.m_density, 0.0);
     QCOMPARE(record.m_externalForces.m_magnusLift.m_usingSteadyFlow, 0.0);
     QCOMPARE(watcher.messages().size(), std::size_t(0));
@@ -335,7 +335,7 @@ void CaseRecordTest::surplusValuesStayUnused()
     CCreatorData deck;
     deck.m_surfaceSurface.m_heatConduction = {{"glass", 0}};
     const CErrorCapture errors;
-    const CCreatorData record = caseRecord(deck, 1, CaseRow(43, 2.5));
+    const CCreatorData record = caseRecord(deck, 1, 0, CaseRow(43, 2.5));
     QVERIFY(record.m_surfaceSurface.m_heatConduction == SingleMap({{"glass", 2.5}}));
     QCOMPARE(errors.text(), QString());
 }
@@ -346,7 +346,7 @@ void CaseRecordTest::mistypedValuesWarnOnceEach()
     deck.m_surfaceGeometry.m_standardRollingFriction = {"Active", true};
     deck.m_surfaceGeometry.m_heatConductionGeometry = {{"wall", {1, 2}}};
     const CModalWatcher watcher;
-    caseRecord(deck, 1, {1.0, true, false});
+    caseRecord(deck, 1, 0, {1.0, true, false});
     QCOMPARE(watcher.messages().size(), std::size_t(3));
     const SShownMessage& shown = watcher.messages().front();
     QCOMPARE(shown.title, QStringLiteral("Warning"));
@@ -361,7 +361,7 @@ void CaseRecordTest::mistypedMapValueTakesZeroAndTheWalkGoesOn()
     CCreatorData deck;
     deck.m_interactions = {{"a<>b", {0.5, 0.6, 0.7}}};
     const CModalWatcher watcher;
-    const CCreatorData record = caseRecord(deck, 1, {1.0, true, 3.0});
+    const CCreatorData record = caseRecord(deck, 1, 0, {1.0, true, 3.0});
     QCOMPARE(watcher.messages().size(), std::size_t(1));
     QVERIFY(record.m_interactions == TripleMap({{"a<>b", {1.0, 0.0, 3.0}}}));
 }
@@ -375,7 +375,7 @@ void CaseRecordTest::shortRowKeepsTheDecksValuesAndSaysSo()
     deck.m_externalForces.m_saffmanLift.m_viscosity = 0.25;
     const CErrorCapture errors;
     const CModalWatcher watcher;
-    const CCreatorData record = caseRecord(deck, 3, {9.0});
+    const CCreatorData record = caseRecord(deck, 3, 2, {9.0});
     QVERIFY(record.m_interactions == TripleMap({{"a<>b", {9.0, 0.0, 0.0}}}));
     QVERIFY(record.m_surfaceGeometry.m_standardRollingFriction ==
             CTaggedValue<bool>("Active", false));
@@ -391,7 +391,7 @@ void CaseRecordTest::everythingOutsideTheSchemeStaysAtItsDefault()
 {
     const CCreatorData deck = fullRecord(*m_fixture, 14);
     QVERIFY(!deck.m_surfaceGeometry.m_okaWear.empty());
-    const CCreatorData record = caseRecord(deck, 1, CDeckRow::of(deck));
+    const CCreatorData record = caseRecord(deck, 1, 0, CDeckRow::of(deck));
     QVERIFY(record.m_surfaceGeometry.m_okaWear.empty());
     QVERIFY(record.m_surfaceSurface.m_sprayCoating.empty());
     QVERIFY(record.m_surfaceGeometry.m_archardDeformation == CTaggedValue<bool>("", false));

@@ -269,7 +269,7 @@ void JobMatrixTest::commaInTheOptionsIsWrittenAsItStands()
 void JobMatrixTest::recordWithoutDeckIsOutOfRange()
 {
     try {
-        m_matrix.createCaseRecord({});
+        m_matrix.createCaseRecord({}, 0);
         QFAIL("nothing was thrown");
     } catch (const std::out_of_range& error) {
         QCOMPARE(error.what(), "invalid vector subscript");
