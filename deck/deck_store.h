@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-class CParameterEntry;
+struct CParameterEntry;
 
 /// What the pages share: the deck, the parameters that vary and the choices made on the pages.
 /// Process-wide, made on first use; written on the GUI thread only.

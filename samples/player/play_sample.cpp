@@ -1,8 +1,8 @@
 #include "app/main_window.h"
 #include "app/startup.h"
+#include "samples/player/modal_watcher.h"
 #include "samples/player/sample_road.h"
 #include "samples/player/user_hand.h"
-#include "tests/support/modal_watcher.h"
 
 #include <QApplication>
 #include <QCommandLineParser>

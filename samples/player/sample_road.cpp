@@ -1,7 +1,7 @@
 #include "samples/player/sample_road.h"
 
+#include "samples/player/modal_watcher.h"
 #include "samples/player/user_hand.h"
-#include "tests/support/modal_watcher.h"
 
 #include <QDateTime>
 #include <QDirIterator>

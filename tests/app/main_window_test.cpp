@@ -6,7 +6,7 @@
 #include "app/startup.h"
 #include "deck/app_settings.h"
 #include "deck/deck_loader_frame.h"
-#include "tests/support/modal_watcher.h"
+#include "samples/player/modal_watcher.h"
 #include "tests/support/test_environment.h"
 
 #include <QAction>

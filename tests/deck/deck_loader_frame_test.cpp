@@ -3,9 +3,9 @@
 #include "app/constants/icons.h"
 #include "deck/app_settings.h"
 #include "deck/deck_store.h"
+#include "samples/player/modal_watcher.h"
 #include "tests/deck/deck_test_files.h"
 #include "tests/deck/expected_record.h"
-#include "tests/support/modal_watcher.h"
 #include "tests/support/test_environment.h"
 
 #include <QBitmap>

@@ -3,10 +3,10 @@
 #include "app/constants/deck_keys.h"
 #include "app/constants/messages.h"
 #include "deck/app_settings.h"
+#include "samples/player/modal_watcher.h"
 #include "tests/deck/deck_test_files.h"
 #include "tests/deck/expected_record.h"
 #include "tests/deck/stream_capture.h"
-#include "tests/support/modal_watcher.h"
 #include "tests/support/test_environment.h"
 
 #include <QtTest>

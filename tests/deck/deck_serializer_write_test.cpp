@@ -1,10 +1,10 @@
 #include "deck/deck_serializer.h"
 
 #include "deck/compound_types.h"
+#include "samples/player/modal_watcher.h"
 #include "tests/deck/deck_test_files.h"
 #include "tests/deck/expected_record.h"
 #include "tests/deck/stream_capture.h"
-#include "tests/support/modal_watcher.h"
 #include "tests/support/test_environment.h"
 
 #include <QJsonDocument>

@@ -72,8 +72,9 @@ void FuzzTargets::jobMatrix(std::string_view bytes)
     std::vector<CCreatorData>& records = CDeckStore::instance()->creatorData();
     records = {deckRecord()};
     CJobMatrix matrix;
+    std::size_t caseNumber = 0;
     for (const CaseRow& row : CJobFileReader().readJobMatrix(file.string())) {
-        matrix.createCaseRecord(row);
+        matrix.createCaseRecord(row, caseNumber++);
     }
     records.clear();
 }

@@ -1,8 +1,8 @@
 #include "jobs/case_record.h"
 
+#include "samples/player/modal_watcher.h"
 #include "tests/jobs/deck_row.h"
 #include "tests/jobs/job_fixture.h"
-#include "tests/support/modal_watcher.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>

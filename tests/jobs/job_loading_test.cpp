@@ -6,8 +6,8 @@
 #include "jobs/job_matrix.h"
 #include "jobs/job_specification.h"
 #include "platform/paths.h"
+#include "samples/player/modal_watcher.h"
 #include "tests/jobs/job_fixture.h"
-#include "tests/support/modal_watcher.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>

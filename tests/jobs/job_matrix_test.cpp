@@ -2,8 +2,8 @@
 
 #include "deck/deck_store.h"
 #include "parameters/parameter_entry.h"
+#include "samples/player/modal_watcher.h"
 #include "tests/jobs/job_fixture.h"
-#include "tests/support/modal_watcher.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "jobs/submit_job_frame.h"
+#include "samples/player/modal_watcher.h"
 #include "tests/support/job_maker.h"
-#include "tests/support/modal_watcher.h"
 #include "tests/support/named_child.h"
 
 #include <QElapsedTimer>

@@ -2,9 +2,9 @@
 
 #include "app/constants/settings_keys.h"
 #include "deck/app_settings.h"
+#include "samples/player/modal_watcher.h"
 #include "tests/results/progress_recorder.h"
 #include "tests/results/result_tree.h"
-#include "tests/support/modal_watcher.h"
 #include "tests/support/test_environment.h"
 
 #include <QLineEdit>

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "app/main_window.h"
+#include "samples/player/modal_watcher.h"
 #include "samples/player/user_hand.h"
-#include "tests/support/modal_watcher.h"
 
 #include <QString>
 #include <QStringList>

@@ -2,7 +2,7 @@
 
 #include "deck/app_settings.h"
 #include "deck/deck_store.h"
-#include "tests/support/modal_watcher.h"
+#include "samples/player/modal_watcher.h"
 #include "tests/support/named_child.h"
 #include "tests/support/test_environment.h"
 

@@ -1,6 +1,6 @@
+#include "samples/player/modal_watcher.h"
 #include "setup/simulator_options.h"
 #include "tests/setup/options_page.h"
-#include "tests/support/modal_watcher.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>

@@ -1,5 +1,5 @@
 #include "app/message_box.h"
-#include "tests/support/modal_watcher.h"
+#include "samples/player/modal_watcher.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>

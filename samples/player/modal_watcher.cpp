@@ -1,4 +1,4 @@
-#include "tests/support/modal_watcher.h"
+#include "samples/player/modal_watcher.h"
 
 #include <QAbstractButton>
 #include <QApplication>
