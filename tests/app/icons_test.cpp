@@ -24,6 +24,7 @@ private slots:
     void animationsPlaySmoothlyForEver_data();
     void animationsPlaySmoothlyForEver();
     void theFramesOfAnAnimationDiffer();
+    void theAnimationOfARunningCaseIsTheLargeOne();
     void theWindowIconIsStoredCompressed();
     void theWindowIconOffersFourSizes();
     void everyIconHasBothSizes_data();
@@ -126,6 +127,11 @@ void CIconsTest::theFramesOfAnAnimationDiffer()
     QVERIFY(movie.jumpToFrame(1));
     QVERIFY(first != movie.currentImage());
     QCOMPARE(qAlpha(movie.currentImage().pixel(0, 0)), 0);
+}
+
+void CIconsTest::theAnimationOfARunningCaseIsTheLargeOne()
+{
+    QCOMPARE(Icons::PeriSimPath, QStringLiteral(":/Tarnel/PeriSim_32"));
 }
 
 void CIconsTest::theWindowIconIsStoredCompressed()

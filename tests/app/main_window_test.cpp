@@ -127,6 +127,7 @@ private slots:
     void aPageIsEnteredBeforeTabsAndTitleChange();
     void slotsCalledByNobodyChangeNothing();
     void thePagesDieBeforeTheWindowsChildren();
+    void aDyingWindowListensToNobody();
     void theTabsHaveTheResourceIcons();
     void aboutShowsTheFilledTemplate();
     void aWindowCanBeMadeAndDestroyedTwice();
@@ -329,6 +330,22 @@ void CMainWindowTest::thePagesDieBeforeTheWindowsChildren()
     }
     QCOMPARE(deaths, 6);
     QCOMPARE(withChildren, 6);
+}
+
+void CMainWindowTest::aDyingWindowListensToNobody()
+{
+    const CModalWatcher watcher;
+    bool asked = false;
+    {
+        CMainWindow window;
+        auto* about = part<QAction>(window, "m_actionAbout");
+        connect(stack(window)->widget(0), &QObject::destroyed, about, [about, &asked] {
+            asked = true;
+            about->trigger();
+        });
+    }
+    QVERIFY(asked);
+    QCOMPARE(watcher.texts(), QStringList());
 }
 
 void CMainWindowTest::theTabsHaveTheResourceIcons()

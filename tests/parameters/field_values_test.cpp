@@ -45,6 +45,7 @@ private slots:
     void aNumberThatIsNoneIsTakenUpAndGivenUpAtOnce();
     void bitsAreNotTakenFromAFieldThatHasNone();
     void anEditOfAnInfiniteFieldLosesEvenTheDeckValue();
+    void aCopyOfAnInfiniteDeckValueStays();
     void nothingIsRemovedFromAFieldWithoutValues();
     void noVarianceCountsAsNoCase();
     void oneVarianceTurnsTheCountIntoOne();
@@ -167,6 +168,15 @@ void CFieldValuesTest::anEditOfAnInfiniteFieldLosesEvenTheDeckValue()
     QCOMPARE(FieldValues::edit(field, flags, 0.7, {Infinity, 0.7}), -1);
     QVERIFY(field.m_values.empty());
     QCOMPARE(flags.front().size(), std::size_t(1));
+}
+
+void CFieldValuesTest::aCopyOfAnInfiniteDeckValueStays()
+{
+    CParameterFields field = fieldOf({Infinity});
+    FieldValues::Flags flags = flagsOf(field);
+    QCOMPARE(FieldValues::edit(field, flags, Infinity, {Infinity, Infinity}), 1);
+    QVERIFY(field.m_values == Values({Infinity, Infinity}));
+    QCOMPARE(flags.front().size(), std::size_t(2));
 }
 
 void CFieldValuesTest::nothingIsRemovedFromAFieldWithoutValues()

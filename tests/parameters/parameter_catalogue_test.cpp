@@ -9,6 +9,8 @@
 #include <limits>
 #include <stdexcept>
 
+Q_DECLARE_METATYPE(std::string*)
+
 namespace Catalogue = ParameterCatalogue;
 using Labels = std::vector<std::string>;
 
@@ -45,6 +47,8 @@ private slots:
     void theFirstShapeFactorLabelEndsInABlank();
     void sharedAndEmptyLabelsAreAsSettled();
     void labelListsStandInTheOrderOfTheDeckTuples();
+    void treeGroups();
+    void treeLabels_data();
     void treeLabels();
     void secondInitialisationChangesNothing();
 };
@@ -184,17 +188,59 @@ void CParameterCatalogueTest::labelListsStandInTheOrderOfTheDeckTuples()
             Labels({"Density", "Viscosity", "Scale", "Using Steady Velocity Flow"}));
 }
 
-void CParameterCatalogueTest::treeLabels()
+void CParameterCatalogueTest::treeGroups()
 {
     QCOMPARE(Catalogue::ContactModels, QStringLiteral("Contact Models"));
     QCOMPARE(Catalogue::ParticleToParticle, QStringLiteral("Particle to Particle"));
     QCOMPARE(Catalogue::ParticleToGeometry, QStringLiteral("Particle to Geometry"));
     QCOMPARE(Catalogue::ParticleBodyForce, QStringLiteral("Particle Body Force"));
-    QCOMPARE(Catalogue::Interactions, std::string("Interactions"));
-    QCOMPARE(Catalogue::Yields, std::string("Yields"));
-    QCOMPARE(Catalogue::StandardRollingFriction, std::string("Rolling friction"));
-    QCOMPARE(Catalogue::EdinburghAdhesion, std::string("Edinburgh Elasto-Plastic Adhesion"));
-    QCOMPARE(Catalogue::SimulatorOptions, std::string("Simulator Options"));
+}
+
+void CParameterCatalogueTest::treeLabels_data()
+{
+    QTest::addColumn<std::string*>("label");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("Interactions") << &Catalogue::Interactions << "Interactions";
+    QTest::newRow("Yields") << &Catalogue::Yields << "Yields";
+    QTest::newRow("HertzMindlinJkr") << &Catalogue::HertzMindlinJkr << "Hertz-Mindlin with JKR";
+    QTest::newRow("HertzMindlinJkrV2")
+        << &Catalogue::HertzMindlinJkrV2 << "Hertz-Mindlin with JKR V2";
+    QTest::newRow("LinearSpring") << &Catalogue::LinearSpring << "Linear Spring";
+    QTest::newRow("HystereticSpring") << &Catalogue::HystereticSpring << "Hysteretic Spring";
+    QTest::newRow("EdinburghAdhesion")
+        << &Catalogue::EdinburghAdhesion << "Edinburgh Elasto-Plastic Adhesion";
+    QTest::newRow("Bonding") << &Catalogue::Bonding << "Bonding";
+    QTest::newRow("BondingV2") << &Catalogue::BondingV2 << "Bonding V2";
+    QTest::newRow("BondingStartTime") << &Catalogue::BondingStartTime << "Bonding Start Time";
+    QTest::newRow("BondingTorqueFeedback")
+        << &Catalogue::BondingTorqueFeedback << "Bonding Torque Feedback";
+    QTest::newRow("HeatConduction") << &Catalogue::HeatConduction << "Heat Conduction";
+    QTest::newRow("LinearCohesion") << &Catalogue::LinearCohesion << "Spray Coating";
+    QTest::newRow("StandardRollingFriction")
+        << &Catalogue::StandardRollingFriction << "Rolling friction";
+    QTest::newRow("ArchardWear") << &Catalogue::ArchardWear << "Archard Wear";
+    QTest::newRow("TemperatureUpdate") << &Catalogue::TemperatureUpdate << "Temperature Update";
+    QTest::newRow("GanserDrag") << &Catalogue::GanserDrag << "Ganser Drag";
+    QTest::newRow("HaiderLevenspielDrag")
+        << &Catalogue::HaiderLevenspielDrag << "Haider and Levenspiel Drag";
+    QTest::newRow("MagnusLift") << &Catalogue::MagnusLift << "Magnus Lift";
+    QTest::newRow("MorsiAlexanderDrag")
+        << &Catalogue::MorsiAlexanderDrag << "Morsi and Alexander Drag";
+    QTest::newRow("SaffmanLift") << &Catalogue::SaffmanLift << "Saffman Lift";
+    QTest::newRow("SchillerNaumannDrag")
+        << &Catalogue::SchillerNaumannDrag << "Schiller and Naumann Drag";
+    QTest::newRow("GanserDragParticle")
+        << &Catalogue::GanserDragParticle << "Ganser Drag Particle ";
+    QTest::newRow("HaiderLevenspielDragParticle")
+        << &Catalogue::HaiderLevenspielDragParticle << "Haider and Levenspiel Drag Particle ";
+    QTest::newRow("SimulatorOptions") << &Catalogue::SimulatorOptions << "Simulator Options";
+}
+
+void CParameterCatalogueTest::treeLabels()
+{
+    QFETCH(std::string*, label);
+    QFETCH(QString, text);
+    QCOMPARE(QString::fromStdString(*label), text);
 }
 
 void CParameterCatalogueTest::secondInitialisationChangesNothing()

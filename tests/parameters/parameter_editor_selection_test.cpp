@@ -35,6 +35,8 @@ private slots:
     void anEmptiedStoreLeavesTheTreeAsItIs();
     void aDeckWithANotANumberIsRebuiltAtEveryEntry();
     void aRebuildKeepsTheOldValues();
+    void afterEachOfManyRebuildsTheTreeCanBeClicked();
+    void anEmptyDeckOfThePagesOwnNameIsNotBuilt();
     void theLabelStaysAsLastShownUntilTheNextEdit();
     void theFirstTreeColumnFollowsItsContents();
     void theTablesSignalsAreBlockedWhileAFieldIsShown();
@@ -224,6 +226,28 @@ void CParameterEditorSelectionTest::aRebuildKeepsTheOldValues()
     page.enterWith(sampleDeck("other"));
     QVERIFY(fieldAt(0, 0, 0).m_values == Values({0.5, 0.5, 0.7}));
     QCOMPARE(page.variances("Interactions"), QStringLiteral("0"));
+}
+
+void CParameterEditorSelectionTest::afterEachOfManyRebuildsTheTreeCanBeClicked()
+{
+    // The memory of the item that was clicked last is soon that of another.
+    CPage page;
+    for (int round = 0; round < 50; ++round) {
+        page.enterWith(sampleDeck("deck " + std::to_string(round)));
+        page.clickTree("Interactions");
+        QCOMPARE(page.materials()->count(), 2);
+    }
+}
+
+void CParameterEditorSelectionTest::anEmptyDeckOfThePagesOwnNameIsNotBuilt()
+{
+    CParameterEditorFrame page;
+    CDeckStore::instance()->creatorData() = {CCreatorData("Default")};
+    page.onPageEntered();
+    QVERIFY(CDeckStore::instance()->parameters().empty());
+    CDeckStore::instance()->creatorData() = {CCreatorData("default")};
+    page.onPageEntered();
+    QVERIFY(!CDeckStore::instance()->parameters().empty());
 }
 
 void CParameterEditorSelectionTest::theLabelStaysAsLastShownUntilTheNextEdit()

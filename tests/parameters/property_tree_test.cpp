@@ -1,17 +1,15 @@
 #include "parameters/property_tree.h"
 
-#include "deck/deck_store.h"
 #include "parameters/parameter_catalogue.h"
-#include "parameters/parameter_entry.h"
 #include "parameters/parameter_limits.h"
 #include "parameters/property_tree_widget_item.h"
+#include "tests/parameters/built_tree.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
 #include <QTest>
 #include <QTreeWidget>
 
-#include <cmath>
 #include <stdexcept>
 
 namespace {
@@ -56,47 +54,6 @@ QStringList groupLines(const QStringList& particleLines, const QStringList& geom
            QStringList{"  Particle Body Force"} + bodyForceLines;
 }
 
-struct SBuiltTree
-{
-    QTreeWidget tree;
-    int fieldCount = 0;
-    std::vector<CPropertyTreeWidgetItem*> items;
-
-    void build(const CCreatorData& deck, int format)
-    {
-        CPropertyTree(&tree, fieldCount, items).build(deck, format);
-    }
-};
-
-const std::vector<std::shared_ptr<CParameterEntry>>& entries()
-{
-    return CDeckStore::instance()->parameters();
-}
-
-std::shared_ptr<CParameterEntry> entryNamed(const std::string& name, std::size_t occurrence = 0)
-{
-    for (const auto& entry : entries()) {
-        if (entry->m_name == name && occurrence-- == 0) {
-            return entry;
-        }
-    }
-    return nullptr;
-}
-
-QStringList fieldNames(const CParameterKeys& key)
-{
-    QStringList names;
-    for (const auto& field : key.m_fields) {
-        names << QString::fromStdString(field->m_name);
-    }
-    return names;
-}
-
-double number(const CParameterKeys& key, std::size_t field)
-{
-    return std::get<double>(key.m_fields.at(field)->m_values.at(0));
-}
-
 std::string failureOfBuilding(const CCreatorData& deck, int format)
 {
     SBuiltTree built;
@@ -128,15 +85,8 @@ private slots:
     void bondingV2ByFormat();
     void bondingTagsNeedTheBondingData();
     void geometryHeatConductionFromFormatTwo();
-    void startTimeStandsBeforeTorqueFeedback();
     void columnOneMovesWithTheLevel();
-    void fieldsHoldTheDeckNumbersBitForBit();
-    void indicesRunWithoutAGapInWalkOrder();
-    void theForceLabelsAreCrossed();
-    void theFlowFlagIsTheLowestByte();
-    void absentForcesHaveZeros();
     void shapeFactorsStandBeforeTheirForce();
-    void forcesEqualToAPresentGanserDragRepeatItsShapeFactors();
     void labelsWithoutARowRaise_data();
     void labelsWithoutARowRaise();
     void archardDeformationIsIgnoredBelowFormatEleven();
@@ -176,31 +126,8 @@ void CPropertyTreeTest::anEmptyMapYieldsNothing()
 
 void CPropertyTreeTest::everyModelInBuildOrder()
 {
-    CCreatorData deck("full");
-    CSurfaceSurfaceModels& particle = deck.m_surfaceSurface;
-    particle.m_hertzMindlinJkr["a<>a"] = 1.0;
-    particle.m_hertzMindlinJkrV2["a<>a"] = 1.0;
-    particle.m_linearSpring["a<>a"] = 1.0;
-    particle.m_hystereticInteractions["a<>a"] = {1.0, 2.0};
-    particle.m_hystereticYields["a"] = 1.0;
-    particle.m_edinburghAdhesion["a<>a"] = {-1.0, 2.0, 0.3, 1.5, 5.0, 6.0};
-    particle.m_bonding["a<>a"] = {1.0, 2.0, 3.0, 4.0, 5.0};
-    particle.m_bondingStartTime = {"Active", 0.5};
-    particle.m_bondingTorqueFeedback = {"Active", true};
-    particle.m_bondingV2["a<>a"] = {1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0};
-    particle.m_bondingV2StartTime = {"Active", 0.5};
-    particle.m_bondingV2TorqueFeedback = {"Active", false};
-    particle.m_heatConduction["a"] = 1.0;
-    particle.m_linearCohesionV2["a<>a"] = 1.0;
-    CSurfaceGeometryModels& geometry = deck.m_surfaceGeometry;
-    geometry.m_standardRollingFriction = {"Active", true};
-    geometry.m_linearCohesionV2["a<>b"] = 1.0;
-    geometry.m_heatConductionParticle["a"] = 1.0;
-    geometry.m_heatConductionGeometry["b"] = {1.0, 2.0};
-    geometry.m_archardWear["a<>b"] = 1.0;
-    deck.m_externalForces.m_temperatureUpdate["a"] = 1.0;
     SBuiltTree built;
-    built.build(deck, 2);
+    built.build(fullRecord(), 2);
     QCOMPARE(
         outline(built.tree),
         groupLines({"    Hertz-Mindlin with JKR", "    Hertz-Mindlin with JKR V2",
@@ -305,19 +232,6 @@ void CPropertyTreeTest::geometryHeatConductionFromFormatTwo()
              QStringList({"Thermal Conductivity", "Geometry Temperature"}));
 }
 
-void CPropertyTreeTest::startTimeStandsBeforeTorqueFeedback()
-{
-    CCreatorData deck("bonding");
-    deck.m_surfaceSurface.m_bonding["a<>a"] = {1.0, 2.0, 3.0, 4.0, 5.0};
-    deck.m_surfaceSurface.m_bondingStartTime = {"Active", 0.5};
-    deck.m_surfaceSurface.m_bondingTorqueFeedback = {"Active", true};
-    SBuiltTree built;
-    built.build(deck, 0);
-    QCOMPARE(entries().at(1)->m_name, std::string("Bonding Start Time"));
-    QCOMPARE(entries().at(2)->m_name, std::string("Bonding Torque Feedback"));
-    QVERIFY(entries().at(2)->m_keys.front()->m_fields.front()->m_values.front() == CaseValue(true));
-}
-
 void CPropertyTreeTest::columnOneMovesWithTheLevel()
 {
     CCreatorData deck("hopper");
@@ -330,91 +244,6 @@ void CPropertyTreeTest::columnOneMovesWithTheLevel()
     QCOMPARE(models->child(0)->text(1), QStringLiteral("    0"));
     QCOMPARE(models->child(2)->child(0)->text(1), QStringLiteral("      0"));
     QCOMPARE(models->child(2)->child(0)->child(0)->text(1), QStringLiteral("        0"));
-}
-
-void CPropertyTreeTest::fieldsHoldTheDeckNumbersBitForBit()
-{
-    CCreatorData deck("hopper");
-    const double awkward = 0.1 + 0.2;
-    deck.m_interactions["A<>B"] = {awkward, 5e-324, -0.0};
-    SBuiltTree built;
-    built.build(deck, 5);
-    const CParameterKeys& key = *entries().front()->m_keys.front();
-    QCOMPARE(key.m_fields.at(0)->m_values.size(), std::size_t(1));
-    QVERIFY(number(key, 0) == awkward);
-    QVERIFY(number(key, 1) == 5e-324);
-    QVERIFY(std::signbit(number(key, 2)));
-}
-
-void CPropertyTreeTest::indicesRunWithoutAGapInWalkOrder()
-{
-    CCreatorData deck("hopper");
-    deck.m_interactions["A<>A"] = {0.5, 0.4, 0.01};
-    deck.m_interactions["A<>B"] = {0.5, 0.4, 0.01};
-    deck.m_surfaceSurface.m_hystereticInteractions["A<>A"] = {1.0, 2.0};
-    SBuiltTree built;
-    built.build(deck, 5);
-    int expected = 0;
-    for (const auto& entry : entries()) {
-        for (const auto& key : entry->m_keys) {
-            for (const auto& field : key->m_fields) {
-                QCOMPARE(field->m_index, expected++);
-            }
-        }
-    }
-    QCOMPARE(built.fieldCount, expected);
-    QCOMPARE(expected, 6 + 2 + 42);
-}
-
-void CPropertyTreeTest::theForceLabelsAreCrossed()
-{
-    CCreatorData deck("force");
-    CForce& lift = deck.m_externalForces.m_magnusLift;
-    lift.m_sName = "Magnus Lift";
-    lift.m_density = 1.0;
-    lift.m_fieldScale = 2.0;
-    lift.m_viscosity = 3.0;
-    lift.m_steadyFlowVelocity = {4.0, 5.0, 6.0};
-    SBuiltTree built;
-    built.build(deck, 5);
-    const CParameterKeys& field = *entryNamed("Magnus Lift")->m_keys.front();
-    QCOMPARE(field.m_name, std::string("Steady Flow Velocity"));
-    QCOMPARE(fieldNames(field),
-             QStringList({"Density", "Viscosity", "Scale", "Using Steady Velocity Flow"}));
-    QCOMPARE(number(field, 0), 1.0);
-    QCOMPARE(number(field, 1), 2.0);
-    QCOMPARE(number(field, 2), 3.0);
-    QVERIFY(field.m_fields.at(3)->m_values.front() == CaseValue(false));
-    const CParameterKeys& flow = *entryNamed("Magnus Lift", 1)->m_keys.front();
-    QCOMPARE(fieldNames(flow), QStringList({"Steady Velocity Flow X", "Steady Velocity Flow Y",
-                                            "Steady Velocity Flow Z"}));
-    QCOMPARE(number(flow, 2), 6.0);
-}
-
-void CPropertyTreeTest::theFlowFlagIsTheLowestByte()
-{
-    CCreatorData deck("force");
-    deck.m_externalForces.m_magnusLift.m_usingSteadyFlow = 1.0;
-    deck.m_externalForces.m_saffmanLift.m_usingSteadyFlow = 5e-324;
-    SBuiltTree built;
-    built.build(deck, 5);
-    QVERIFY(entryNamed("Magnus Lift")->m_keys.front()->m_fields.at(3)->m_values.front() ==
-            CaseValue(false));
-    QVERIFY(entryNamed("Saffman Lift")->m_keys.front()->m_fields.at(3)->m_values.front() ==
-            CaseValue(true));
-}
-
-void CPropertyTreeTest::absentForcesHaveZeros()
-{
-    SBuiltTree built;
-    built.build(CCreatorData("empty"), 5);
-    QCOMPARE(entries().size(), std::size_t(12));
-    for (const auto& entry : entries()) {
-        for (const auto& field : entry->m_keys.front()->m_fields) {
-            const CaseValue& value = field->m_values.front();
-            QVERIFY(value == CaseValue(0.0) || value == CaseValue(false));
-        }
-    }
 }
 
 void CPropertyTreeTest::shapeFactorsStandBeforeTheirForce()
@@ -432,19 +261,6 @@ void CPropertyTreeTest::shapeFactorsStandBeforeTheirForce()
     QCOMPARE(outline(built.tree), groupLines({}, {}, lines));
     QCOMPARE(fieldNames(*entryNamed("Ganser Drag Particle ")->m_keys.front()),
              QStringList({"Spherocity"}));
-}
-
-void CPropertyTreeTest::forcesEqualToAPresentGanserDragRepeatItsShapeFactors()
-{
-    CCreatorData deck("shapes");
-    // The Magnus record has the Ganser record's content, name included.
-    deck.m_externalForces.m_ganserDrag.m_sName = "Ganser Drag";
-    deck.m_externalForces.m_ganserDrag.m_shapeFactors["Stone"] = 0.8;
-    deck.m_externalForces.m_magnusLift.m_sName = "Ganser Drag";
-    SBuiltTree built;
-    built.build(deck, 5);
-    QVERIFY(entryNamed("Ganser Drag Particle ", 1) != nullptr);
-    QVERIFY(entryNamed("Ganser Drag Particle ", 2) == nullptr);
 }
 
 void CPropertyTreeTest::labelsWithoutARowRaise_data()

@@ -46,6 +46,10 @@ private slots:
     void aRangeThatCantBeEditedIsReadOnlyWithoutButtons();
     void aSupersededRangeIsStruckOutAndGrey();
     void aSupersededFlagIsDisabled();
+    void aSupersededChoiceIsDisabled();
+    void aChoiceThatCantBeEditedIsDisabled();
+    void aChoiceIsFoundByItsWholeText();
+    void anUncheckedFlagTurnsIntoZero();
     void anEditTellsOfTheItem();
     void aDisconnectedCellIsSilent();
     void everyEditorTakesTheFocusByClick();
@@ -162,6 +166,43 @@ void CTableItemTest::aSupersededFlagIsDisabled()
     torque.cell.setSuperseded(true);
     QVERIFY(!torque.cell.findChild<QCheckBox*>()->isEnabled());
     QCOMPARE(torque.item.background().color(), QColor(Qt::gray));
+}
+
+void CTableItemTest::aSupersededChoiceIsDisabled()
+{
+    SCell slope("Slope Exp");
+    auto* box = slope.cell.findChild<CComboBox*>();
+    slope.cell.setSuperseded(true);
+    QVERIFY(!box->isEnabled());
+    QCOMPARE(slope.item.background().color(), QColor(Qt::gray));
+    slope.cell.setSuperseded(false);
+    QVERIFY(box->isEnabled());
+}
+
+void CTableItemTest::aChoiceThatCantBeEditedIsDisabled()
+{
+    SCell slope("Slope Exp");
+    slope.cell.setEditable(false);
+    QVERIFY(!slope.cell.findChild<CComboBox*>()->isEnabled());
+    slope.cell.setEditable(true);
+    QVERIFY(slope.cell.findChild<CComboBox*>()->isEnabled());
+}
+
+void CTableItemTest::aChoiceIsFoundByItsWholeText()
+{
+    const ParameterLimit limit = {Choice, {1.5, 1.0}};
+    QTableWidgetItem item;
+    CTableItem cell(&limit, &item);
+    cell.setValue(1.0);
+    QCOMPARE(cell.findChild<CComboBox*>()->currentIndex(), 1);
+}
+
+void CTableItemTest::anUncheckedFlagTurnsIntoZero()
+{
+    SCell torque("Torque Feedback");
+    torque.cell.setValue(true);
+    torque.cell.findChild<QCheckBox*>()->click();
+    QVERIFY(torque.cell.value() == CaseValue(0.0));
 }
 
 void CTableItemTest::anEditTellsOfTheItem()
