@@ -4,6 +4,7 @@
 //   deck_probe page <deck.zek>              types the path into the page
 //   deck_probe long-name <0.h5> <length>    writes an interaction whose key has that length
 //   deck_probe long-pair <0.h5> <length>    writes a JKR pair whose second name has that length
+//   deck_probe long-adhesion <0.h5> <length>  writes an adhesion pair, likewise
 
 #include "deck/creator_data.h"
 #include "deck/deck_loader_frame.h"
@@ -48,17 +49,24 @@ void renameFirst(Map& map, const std::string& key)
     map.insert(std::move(node));
 }
 
-void writeLongName(const QString& path, std::size_t length, bool pair)
+void renameIn(CCreatorData& record, const QString& command, const std::string& name)
+{
+    if (command == QLatin1String("long-pair")) {
+        renameFirst(record.m_surfaceSurface.m_hertzMindlinJkr, "x<>" + name);
+    } else if (command == QLatin1String("long-adhesion")) {
+        renameFirst(record.m_surfaceSurface.m_edinburghAdhesion, "x<>" + name);
+    } else {
+        renameFirst(record.m_interactions, name);
+    }
+}
+
+void writeLongName(const QString& command, const QString& path, std::size_t length)
 {
     CDeckSerializer serializer;
     CCreatorData record;
     H5::H5File file(path.toStdString(), H5F_ACC_RDWR);
     serializer.walk(file, record, CDeckSerializer::Read);
-    if (pair) {
-        renameFirst(record.m_surfaceSurface.m_hertzMindlinJkr, "x<>" + std::string(length, 'y'));
-    } else {
-        renameFirst(record.m_interactions, std::string(length, 'y'));
-    }
+    renameIn(record, command, std::string(length, 'y'));
     serializer.walk(file, record, CDeckSerializer::Write);
     std::cout << "written" << std::endl;
 }
@@ -79,7 +87,7 @@ int main(int argc, char** argv)
     } else if (command == QLatin1String("page")) {
         typeIntoPage(path);
     } else if (command.startsWith(QLatin1String("long-"))) {
-        writeLongName(path, arguments.value(3).toUInt(), command == QLatin1String("long-pair"));
+        writeLongName(command, path, arguments.value(3).toUInt());
     } else {
         return 2;
     }

@@ -339,20 +339,23 @@ with h5py.File(sys.argv[1], 'r+') as f:
         QVERIFY2(end.error.contains("longer than 511 characters"), end.error.constData());
     }
 
-    void pairNamesHoldHalfAsMuch_data()
+    void pairNamesHoldHalfAsMuchButForTheAdhesion_data()
     {
+        QTest::addColumn<QString>("command");
         QTest::addColumn<int>("length");
         QTest::addColumn<bool>("fits");
-        QTest::newRow("255") << 255 << true;
-        QTest::newRow("256") << 256 << false;
+        QTest::newRow("255") << "long-pair" << 255 << true;
+        QTest::newRow("256") << "long-pair" << 256 << false;
+        QTest::newRow("adhesion 511") << "long-adhesion" << 511 << true;
+        QTest::newRow("adhesion 512") << "long-adhesion" << 512 << false;
     }
-    void pairNamesHoldHalfAsMuch()
+    void pairNamesHoldHalfAsMuchButForTheAdhesion()
     {
+        QFETCH(QString, command);
         QFETCH(int, length);
         QFETCH(bool, fits);
         const DeckPaths deck = newDeck(fullDeck(14));
-        const auto end =
-            DeckTestFiles::runProbe({"long-pair", path(deck), QString::number(length)});
+        const auto end = DeckTestFiles::runProbe({command, path(deck), QString::number(length)});
         QCOMPARE(end.crashed, !fits);
         QCOMPARE(end.output.contains("written"), fits);
     }

@@ -3,6 +3,7 @@
 #include "deck/deck_store.h"
 #include "parameters/parameter_editor_frame.h"
 #include "parameters/parameter_entry.h"
+#include "parameters/property_tree_widget_item.h"
 #include "parameters/table_item.h"
 #include "tests/support/named_child.h"
 #include "widgets/double_spin_box.h"
@@ -13,6 +14,7 @@
 #include <QTableWidget>
 #include <QTest>
 #include <QTreeWidget>
+#include <QTreeWidgetItemIterator>
 
 using Values = std::vector<CaseValue>;
 
@@ -61,6 +63,16 @@ public:
     {
         const auto found = tree()->findItems(label, Qt::MatchExactly | Qt::MatchRecursive);
         return found.isEmpty() ? nullptr : found.front();
+    }
+
+    /// All items of the tree, from the top.
+    std::vector<CPropertyTreeWidgetItem*> items()
+    {
+        std::vector<CPropertyTreeWidgetItem*> all;
+        for (QTreeWidgetItemIterator item(tree()); *item != nullptr; ++item) {
+            all.push_back(dynamic_cast<CPropertyTreeWidgetItem*>(*item));
+        }
+        return all;
     }
 
     void clickTree(const QString& label)
