@@ -10,6 +10,7 @@
 #include <QListWidget>
 #include <QPushButton>
 #include <QTest>
+#include <QThread>
 #include <QVBoxLayout>
 
 class RunInterruptionTest : public QObject
@@ -22,6 +23,7 @@ private slots:
     void cancelLeavesNoZombie();
     void cancelNeverStartsAQueuedCase();
     void lateEndsOfACancelledRunStayFailedAndLeaveTheBar();
+    void caseThatEndedWellBeforeTheCancelWasSeenStaysFailed();
     void lateEndsOfACancelledRunStillReduceTheirFolders();
     void childThatOutlivesItsCaseIsLeftAlone();
     void startAgainAfterCancelTouchesNoRowOfTheNewRun();
@@ -117,6 +119,29 @@ void RunInterruptionTest::lateEndsOfACancelledRunStayFailedAndLeaveTheBar()
     QVERIFY(fixture.run(2));
     QTest::qWait(100);
     QVERIFY(fixture.hasFailed(0) && fixture.hasFailed(1));
+    QCOMPARE(fixture.progress(), 0);
+}
+
+void RunInterruptionTest::caseThatEndedWellBeforeTheCancelWasSeenStaysFailed()
+{
+    CPageFixture fixture;
+    const QString gate = fixture.newFolder() + QStringLiteral("/gate");
+    fixture.behave("pid;wait for:" + gate.toUtf8());
+    const QString job = fixture.loadJob(1);
+    fixture.when([&] { return !pidOf(job, 0).isEmpty(); },
+                 [&] {
+                     writeFile(gate, "");
+                     // No event is handled here: the end is reported, but nobody has heard of it.
+                     while (processExists(pidOf(job, 0))) {
+                         QThread::msleep(1);
+                     }
+                     QThread::msleep(50);
+                     QVERIFY(fixture.isRunning(0));
+                     fixture.click("m_pbCancelSimulating");
+                 });
+    QVERIFY(fixture.run());
+    QTest::qWait(50);
+    QVERIFY(fixture.hasFailed(0));
     QCOMPARE(fixture.progress(), 0);
 }
 
@@ -293,7 +318,10 @@ void RunInterruptionTest::destroyingThePageEndsItsChildren()
                  });
     QVERIFY(fixture.run());
     QTRY_VERIFY(isAlive(pidOf(job, 1)));
+    QElapsedTimer sinceTheEnd;
+    sinceTheEnd.start();
     fixture.destroyPage();
+    QVERIFY(sinceTheEnd.elapsed() < 5000);
     QVERIFY(!processExists(pidOf(job, 1)));
     QTRY_VERIFY(!isAlive(pidOf(job, 1, "child.pid")));
 }
