@@ -78,6 +78,10 @@ void CParameterEditorFrameTest::enteringTwiceWithTheSameDeckChangesNothing()
     page.page.onPageEntered();
     QVERIFY(CDeckStore::instance()->parameters() == entries);
     QCOMPARE(page.treeItem("Bonding"), item);
+    // The next field is counted on from those of one walk.
+    const int lastIndex = entries.back()->m_keys.back()->m_fields.back()->m_index;
+    page.enterWith(sampleDeck("other"));
+    QCOMPARE(fieldAt(entries.size(), 0, 0).m_index, lastIndex + 1);
 }
 
 void CParameterEditorFrameTest::enteringAgainKeepsTheSelectionAndDisablesTheButtons()
@@ -404,10 +408,13 @@ void CParameterEditorFrameTest::theTableKeepsItsWidth()
 
 void CParameterEditorFrameTest::thePageNeverTellsOfItsStage()
 {
-    CParameterEditorFrame page;
-    QSignalSpy spy(&page, &IFrame::stageComplete);
-    CDeckStore::instance()->creatorData() = {sampleDeck()};
-    page.onPageEntered();
+    CPage page;
+    const QSignalSpy spy(&page.page, &IFrame::stageComplete);
+    page.enterWith(sampleDeck("other"));
+    page.choose("Interactions", 0, 0);
+    page.add()->click();
+    page.type(1, "0.7");
+    page.remove()->click();
     QCOMPARE(spy.count(), 0);
 }
 

@@ -12,6 +12,7 @@
 #include <QSignalSpy>
 
 #include <limits>
+#include <stdexcept>
 
 namespace {
 
@@ -52,6 +53,7 @@ private slots:
     void aRebuildKeepsTheOldValues();
     void afterARebuildEveryItemCanBeClicked();
     void anEmptyDeckOfThePagesOwnNameIsNotBuilt();
+    void aDeckWithAModelWithoutLimitsRaisesAtEntry();
     void theLabelStaysAsLastShownUntilTheNextEdit();
     void theFirstTreeColumnFollowsItsContents();
     void theTablesSignalsAreBlockedWhileAFieldIsShown();
@@ -272,6 +274,22 @@ void CParameterEditorSelectionTest::anEmptyDeckOfThePagesOwnNameIsNotBuilt()
     CDeckStore::instance()->creatorData() = {CCreatorData("default")};
     page.onPageEntered();
     QVERIFY(!CDeckStore::instance()->parameters().empty());
+}
+
+void CParameterEditorSelectionTest::aDeckWithAModelWithoutLimitsRaisesAtEntry()
+{
+    CAppSettings::instance()->setDeckFormat(11);
+    CCreatorData deck = sampleDeck();
+    deck.m_surfaceGeometry.m_okaDeformation = {"Active", false};
+    CDeckStore::instance()->creatorData() = {deck};
+    CParameterEditorFrame page;
+    QString failure;
+    try {
+        page.onPageEntered();
+    } catch (const std::out_of_range& raised) {
+        failure = QString::fromLatin1(raised.what());
+    }
+    QCOMPARE(failure, QStringLiteral("invalid map<K, T> key"));
 }
 
 void CParameterEditorSelectionTest::theLabelStaysAsLastShownUntilTheNextEdit()

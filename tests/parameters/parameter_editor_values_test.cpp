@@ -54,6 +54,7 @@ private slots:
     void theFirstColumnIsGreyWhileASecondExists();
     void aFieldShownAnewStrikesItsDefaultOut();
     void aChoiceAloneInItsRowCanBeEdited();
+    void aChoiceOfAnotherNumberShowsNothingAndVariesFromZero();
     void aFalseFlagAloneCantBeChecked();
     void anInputBeyondTheBoundsIsHeldInside();
     void aValueInsideItsBoundsIsNotRed();
@@ -282,6 +283,24 @@ void CParameterEditorValuesTest::aChoiceAloneInItsRowCanBeEdited()
     QVERIFY(fieldAt(1, 0, 3).m_values == Values({1.5, 1.0}));
     QCOMPARE(page.table()->columnCount(), 1);
     QCOMPARE(page.caseCount(), QStringLiteral("1"));
+}
+
+void CParameterEditorValuesTest::aChoiceOfAnotherNumberShowsNothingAndVariesFromZero()
+{
+    CCreatorData deck = sampleDeck();
+    std::get<3>(deck.m_surfaceSurface.m_edinburghAdhesion["A<>A"]) = 1.2;
+    CPage page;
+    CTestEnvironment::reset();
+    CAppSettings::instance()->setDeckFormat(5);
+    page.enterWith(deck);
+    page.choose("Edinburgh Elasto-Plastic Adhesion", 0, 3);
+    QCOMPARE(page.cell(0)->findChild<CComboBox*>()->currentText(), QString());
+    QVERIFY(page.cell(0)->value() == CaseValue(0.0));
+    QVERIFY(fieldAt(1, 0, 3).m_values == Values({1.2}));
+    page.add()->click();
+    QVERIFY(fieldAt(1, 0, 3).m_values == Values({1.2, 0.0}));
+    page.cell(1)->findChild<CComboBox*>()->setCurrentIndex(1);
+    QVERIFY(fieldAt(1, 0, 3).m_values == Values({1.2, 0.0, 1.5}));
 }
 
 void CParameterEditorValuesTest::aFalseFlagAloneCantBeChecked()

@@ -27,6 +27,9 @@ private slots:
     void absentForcesHaveZeros();
     void forcesEqualToAPresentGanserDragRepeatItsShapeFactors();
     void forcesEqualToAPresentHaiderDragRepeatItsShapeFactors();
+    void aForceThatDiffersInOneMemberHasNoShapeFactors_data();
+    void aForceThatDiffersInOneMemberHasNoShapeFactors();
+    void aForceWithANotANumberHasNoShapeFactors();
 };
 
 void CPropertyTreeEntriesTest::initTestCase()
@@ -222,6 +225,53 @@ void CPropertyTreeEntriesTest::forcesEqualToAPresentHaiderDragRepeatItsShapeFact
     built.build(deck, 5);
     QVERIFY(entryNamed("Haider and Levenspiel Drag Particle ", 1) != nullptr);
     QVERIFY(entryNamed("Haider and Levenspiel Drag Particle ", 2) == nullptr);
+}
+
+void CPropertyTreeEntriesTest::aForceThatDiffersInOneMemberHasNoShapeFactors_data()
+{
+    QTest::addColumn<int>("member");
+    const QStringList names = {"name",       "flag",      "velocity x",  "velocity y",
+                               "velocity z", "viscosity", "field scale", "density"};
+    for (int member = 0; member < names.size(); ++member) {
+        QTest::newRow(qPrintable(names.at(member))) << member;
+    }
+}
+
+void CPropertyTreeEntriesTest::aForceThatDiffersInOneMemberHasNoShapeFactors()
+{
+    QFETCH(int, member);
+    CCreatorData deck("shapes");
+    deck.m_externalForces.m_ganserDrag.m_sName = "Ganser Drag";
+    deck.m_externalForces.m_ganserDrag.m_shapeFactors["Stone"] = 0.8;
+    CForce& lift = deck.m_externalForces.m_magnusLift;
+    lift.m_sName = member == 0 ? "Magnus Lift" : "Ganser Drag";
+    double* const numbers[] = {&lift.m_usingSteadyFlow,
+                               &std::get<0>(lift.m_steadyFlowVelocity),
+                               &std::get<1>(lift.m_steadyFlowVelocity),
+                               &std::get<2>(lift.m_steadyFlowVelocity),
+                               &lift.m_viscosity,
+                               &lift.m_fieldScale,
+                               &lift.m_density};
+    if (member > 0) {
+        *numbers[member - 1] = 1e-09;
+    }
+    SBuiltTree built;
+    built.build(deck, 5);
+    QVERIFY(entryNamed("Ganser Drag Particle ") != nullptr);
+    QVERIFY(entryNamed("Ganser Drag Particle ", 1) == nullptr);
+}
+
+void CPropertyTreeEntriesTest::aForceWithANotANumberHasNoShapeFactors()
+{
+    // It doesn't even equal itself.
+    CCreatorData deck("shapes");
+    deck.m_externalForces.m_ganserDrag.m_sName = "Ganser Drag";
+    deck.m_externalForces.m_ganserDrag.m_shapeFactors["Stone"] = 0.8;
+    deck.m_externalForces.m_ganserDrag.m_density = std::nan("");
+    SBuiltTree built;
+    built.build(deck, 5);
+    QVERIFY(entryNamed("Ganser Drag Particle ") == nullptr);
+    QVERIFY(entryNamed("Ganser Drag", 1) != nullptr);
 }
 
 TARNEL_TEST_MAIN(CPropertyTreeEntriesTest)

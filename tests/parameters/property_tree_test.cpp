@@ -65,6 +65,14 @@ std::string failureOfBuilding(const CCreatorData& deck, int format)
     return std::string();
 }
 
+/// The only key of the Linear Spring built at that place: 0 between particles, 1 at geometry.
+std::string keyOfLinearSpring(std::size_t occurrence)
+{
+    const auto entry = entryNamed("Linear Spring", occurrence);
+    return entry != nullptr && entry->m_keys.size() == 1 ? entry->m_keys.front()->m_name
+                                                         : std::string("no entry of one key");
+}
+
 const std::string MissingRow = "invalid map<K, T> key";
 
 } // namespace
@@ -82,6 +90,8 @@ private slots:
     void bothGroupsHaveTheModelSet();
     void yieldsWithoutInteractionsAreLeftOut();
     void linearSpringByFormat();
+    void whatEveryFormatOffers_data();
+    void whatEveryFormatOffers();
     void bondingV2ByFormat();
     void bondingTagsNeedTheBondingData();
     void geometryHeatConductionFromFormatTwo();
@@ -177,15 +187,63 @@ void CPropertyTreeTest::linearSpringByFormat()
     CCreatorData deck("spring");
     deck.m_surfaceSurface.m_linearSpringValue = {"Active", 3.0};
     deck.m_surfaceSurface.m_linearSpring["a<>a"] = 4.0;
+    deck.m_surfaceGeometry.m_linearSpringValue = {"Active", 5.0};
+    deck.m_surfaceGeometry.m_linearSpring["a<>b"] = 6.0;
     SBuiltTree legacy;
     legacy.build(deck, 1);
-    QCOMPARE(entryNamed("Linear Spring")->m_keys.front()->m_name, std::string("Active"));
-    QVERIFY(entryNamed("Linear Spring", 1) == nullptr);
+    QCOMPARE(keyOfLinearSpring(0), std::string("Active"));
+    QCOMPARE(keyOfLinearSpring(1), std::string("Active"));
+    QVERIFY(entryNamed("Linear Spring", 2) == nullptr);
     CTestEnvironment::reset();
     SBuiltTree perPair;
     perPair.build(deck, 2);
-    QCOMPARE(entryNamed("Linear Spring")->m_keys.front()->m_name, std::string("a<>a"));
-    QVERIFY(entryNamed("Linear Spring", 1) == nullptr);
+    QCOMPARE(keyOfLinearSpring(0), std::string("a<>a"));
+    QCOMPARE(keyOfLinearSpring(1), std::string("a<>b"));
+    QVERIFY(entryNamed("Linear Spring", 2) == nullptr);
+}
+
+void CPropertyTreeTest::whatEveryFormatOffers_data()
+{
+    const QStringList tags = {"      Bonding Start Time", "      Bonding Torque Feedback"};
+    const QStringList heat = {"    Heat Conduction", "    Heat Conduction"};
+    QTest::addColumn<int>("format");
+    QTest::addColumn<QStringList>("bondingV2");
+    QTest::addColumn<QStringList>("geometryHeat");
+    const QStringList bondingV2 = {"    Bonding V2"};
+    QTest::newRow("0") << 0 << QStringList() << QStringList();
+    QTest::newRow("1") << 1 << bondingV2 + tags << QStringList();
+    QTest::newRow("2") << 2 << bondingV2 + tags << heat;
+    QTest::newRow("3") << 3 << bondingV2 + tags.mid(1) << heat;
+    QTest::newRow("10") << 10 << bondingV2 + tags.mid(1) << heat;
+    QTest::newRow("11") << 11 << bondingV2 + tags.mid(1) << heat;
+    QTest::newRow("12") << 12 << bondingV2 + tags.mid(1) << heat;
+}
+
+void CPropertyTreeTest::whatEveryFormatOffers()
+{
+    QFETCH(int, format);
+    QFETCH(QStringList, bondingV2);
+    QFETCH(QStringList, geometryHeat);
+    CCreatorData deck = fullRecord();
+    deck.m_surfaceSurface.m_linearSpringValue = {"Active", 3.0};
+    SBuiltTree built;
+    built.build(deck, format);
+    const QStringList particles = QStringList{"    Hertz-Mindlin with JKR",
+                                              "    Hertz-Mindlin with JKR V2",
+                                              "    Linear Spring",
+                                              "    Hysteretic Spring",
+                                              "      Interactions",
+                                              "      Yields",
+                                              "    Edinburgh Elasto-Plastic Adhesion",
+                                              "    Bonding",
+                                              "      Bonding Start Time",
+                                              "      Bonding Torque Feedback"} +
+                                  bondingV2 +
+                                  QStringList{"    Heat Conduction", "    Spray Coating"};
+    const QStringList geometry = QStringList{"    Rolling friction", "    Spray Coating"} +
+                                 geometryHeat + QStringList{"    Archard Wear"};
+    QCOMPARE(outline(built.tree),
+             groupLines(particles, geometry, QStringList{"    Temperature Update"} + forceLines()));
 }
 
 void CPropertyTreeTest::bondingV2ByFormat()
