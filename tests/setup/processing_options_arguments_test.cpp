@@ -1,73 +1,79 @@
 #include "setup/simulator_options.h"
+#include "tests/setup/expected_options.h"
 #include "tests/setup/options_page.h"
 #include "tests/support/test_environment.h"
 
+#include <QAbstractSpinBox>
 #include <QApplication>
-#include <QMap>
-#include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTest>
 
-#include <memory>
+#include <vector>
 
 namespace {
 
-/// Every flag in the order of the command line.
-const QStringList ORDER{" -r ",
-                        " -w ",
-                        " -g ",
-                        " -t ",
-                        " -p ",
-                        " -E ",
-                        " -D ",
-                        " -R ",
-                        " --particle-properties ",
-                        " -n ",
-                        " --dyn ",
-                        " --dyn-interval ",
-                        " --dyn-check ",
-                        " --dyn-disp ",
-                        " --gpu-split ",
-                        " --simExport ",
-                        " --cs ",
-                        " --auto-grid ",
-                        " --wait ",
-                        " --compress-data ",
-                        " --sp ",
-                        " --acd "};
-
-/// The options of the page as it starts, for a deck of the newer formats.
-const QMap<QString, QString> DEFAULTS{
-    {" -r ", "0.000001"}, {" -w ", "0.000000"}, {" -g ", "2.500000"}, {" -t ", "0.000000"},
-    {" -p ", "1"},        {" -E ", "0"},        {" --dyn ", "0"},     {" --compress-data ", "0"}};
-
-/// The default options with changes, each a flag followed by "=" and its value or by "!" for its
-/// absence, several of them separated by "; ".
-QString expectedOptions(const QString& changes)
+/// One widget changed there and back, and what differs from the default options each time.
+struct SChange
 {
-    QMap<QString, QString> values = DEFAULTS;
-    for (const QString& change : changes.split(QStringLiteral("; "), Qt::SkipEmptyParts)) {
-        const int end = change.indexOf(QRegularExpression(QStringLiteral("[=!]")));
-        const QString flag = QLatin1Char(' ') + change.left(end) + QLatin1Char(' ');
-        if (end < 0 || !ORDER.contains(flag)) {
-            qFatal("no such flag: %s", qPrintable(change));
-        }
-        if (change.at(end) == QLatin1Char('!')) {
-            values.remove(flag);
-        } else {
-            values[flag] = change.mid(end + 1);
-        }
-    }
-    QString options = QStringLiteral(" -c ");
-    for (const QString& flag : ORDER) {
-        if (values.contains(flag)) {
-            options += flag + values[flag];
-        }
-    }
-    return options;
+    const char* widget;
+    QVariant there;
+    const char* afterThere;
+    QVariant back;
+    const char* afterBack = "";
+};
+
+/// Every widget of the page that takes an input.
+std::vector<SChange> changes()
+{
+    return {
+        {"sbSimTime", 2.5, "-r=2.500000", 1e-6},
+        {"fbWriteEvery", 0.01, "-w=0.010000", 1e-12},
+        {"sbGridSizeM", 3.0, "-g=3.000000", 2.5},
+        {"sbFixedTime", 1e-3, "-t=0.001000", 0.00000012, "-t=0.000000"},
+        {"chkAutoTimeStep", true, "-t=0", false},
+        {"sbNumProcs", 16, "-p=16", 1},
+        {"m_cbSimulatorEngine", 1, "-E=1; --gpu-split=X; --sp=0; --acd=0", 0,
+         "-E=0; --sp=0; --acd=0"},
+        {"leDeviceIndex", "0 (1)", "-D=0 (1)", "", "-D="},
+        {"cbRewind", true, "-R=", false},
+        {"cbRecalculate", true, "--particle-properties=", false},
+        {"sbStepLimit", 1e9, "-n=1000000000.000000", 0.0, "-n=0.000000"},
+        {"chkStepLimit", true, "-n=0.000000", false},
+        {"gbDynamicDomain", true,
+         "--dyn=1; --dyn-interval=0.000000; --dyn-check=0; --dyn-disp=0.000000", false},
+        {"m_dynamicDomainCheckInterval", 0.25, "--dyn-interval=0.250000", 1.0,
+         "--dyn-interval=1.000000"},
+        {"m_dynamicDomainNumberOfChecks", 7, "--dyn-check=7", 0, "--dyn-check=0"},
+        {"m_dynamicDomainParticleDisplacement", 12.5, "--dyn-disp=12.500000", 1.0,
+         "--dyn-disp=1.000000"},
+        {"m_cbGPUSplitAxis", 2, "--gpu-split=Z", 1, "--gpu-split=Y"},
+        {"chkGPUSplit", true, "--gpu-split=X", false},
+        {"m_chkSimExport", true, "--simExport=", false},
+        {"gbCouplingServer", true, "--cs=", false},
+        {"m_chkAutoGridResizing", true, "--auto-grid=", false},
+        {"m_chkConnectionCleanUp", true, "--wait=", false},
+        {"m_chkCompressData", true, "--compress-data=1", false},
+        {"m_chkSinglePrecisionContactDetection", true, "--sp=1", false, "--sp=0"},
+        {"m_chkAlternativeContactDetection", true, "--sp=0; --acd=1", false, "--sp=0; --acd=0"},
+        {"m_leCouplingLocation", "/server", "", ""},
+        {"leCouplingCommand", "--port 1", "", ""},
+        {"m_chkSimulationOutputs", true, "", false},
+    };
+}
+
+bool takesInput(const QWidget& widget)
+{
+    const auto* const group = qobject_cast<const QGroupBox*>(&widget);
+    const bool isField = qobject_cast<const QAbstractSpinBox*>(&widget) != nullptr ||
+                         qobject_cast<const QCheckBox*>(&widget) != nullptr ||
+                         qobject_cast<const QComboBox*>(&widget) != nullptr ||
+                         qobject_cast<const QLineEdit*>(&widget) != nullptr;
+    return isField || (group != nullptr && group->isCheckable());
 }
 
 } // namespace
+
+Q_DECLARE_METATYPE(SChange)
 
 class CProcessingOptionsArgumentsTest : public QObject
 {
@@ -78,6 +84,8 @@ private slots:
     void init();
     void everyWidgetFeedsItsArgument_data();
     void everyWidgetFeedsItsArgument();
+    void noWidgetIsLeftOutOfTheChanges();
+    void everythingChangedAtOnce();
     void noOptionsBeforeThePageIsEntered();
     void withoutADeckEnteringDoesNothing();
     void defaultsOfAnOldDeck();
@@ -87,6 +95,7 @@ private slots:
     void aFlagThatNeverEnteredStaysOut();
     void anUnknownFlagRenewsTheOptionsAllTheSame();
     void aNewerDeckAddsItsFlagsButLeavesTheWidgetsHidden();
+    void aTimeStepSetWhileAutomaticLastsUntilTheNextEntry();
     void theStepLimitIsLeftOutAtEntryWhileUnchecked();
     void theDynamicDomainIsLeftOutAtEntryWhileUnchecked();
     void theGpuSplitReturnsAtEntryWhateverTheEngine();
@@ -113,63 +122,66 @@ void CProcessingOptionsArgumentsTest::init()
 
 void CProcessingOptionsArgumentsTest::everyWidgetFeedsItsArgument_data()
 {
-    QTest::addColumn<QVariant>("there");
-    QTest::addColumn<QString>("afterThere");
-    QTest::addColumn<QVariant>("back");
-    QTest::addColumn<QString>("afterBack");
+    QTest::addColumn<int>("deckFormat");
+    QTest::addColumn<SChange>("change");
 
-    const auto row = [](const char* name, const QVariant& there, const char* afterThere,
-                        const QVariant& back, const char* afterBack = "") {
-        QTest::newRow(name) << there << QString(afterThere) << back << QString(afterBack);
-    };
-    row("sbSimTime", 2.5, "-r=2.500000", 1e-6);
-    row("fbWriteEvery", 0.01, "-w=0.010000", 1e-12);
-    row("sbGridSizeM", 3.0, "-g=3.000000", 2.5);
-    row("sbFixedTime", 1e-3, "-t=0.001000", 0.00000012, "-t=0.000000");
-    row("chkAutoTimeStep", true, "-t=0", false);
-    row("sbNumProcs", 16, "-p=16", 1);
-    row("m_cbSimulatorEngine", 1, "-E=1; --gpu-split=X; --sp=0; --acd=0", 0,
-        "-E=0; --sp=0; --acd=0");
-    row("leDeviceIndex", "0 (1)", "-D=0 (1)", "", "-D=");
-    row("cbRewind", true, "-R=", false);
-    row("cbRecalculate", true, "--particle-properties=", false);
-    row("sbStepLimit", 1e9, "-n=1000000000.000000", 0.0, "-n=0.000000");
-    row("chkStepLimit", true, "-n=0.000000", false);
-    row("gbDynamicDomain", true,
-        "--dyn=1; --dyn-interval=0.000000; --dyn-check=0; --dyn-disp=0.000000", false);
-    row("m_dynamicDomainCheckInterval", 0.25, "--dyn-interval=0.250000", 1.0,
-        "--dyn-interval=1.000000");
-    row("m_dynamicDomainNumberOfChecks", 7, "--dyn-check=7", 0, "--dyn-check=0");
-    row("m_dynamicDomainParticleDisplacement", 12.5, "--dyn-disp=12.500000", 1.0,
-        "--dyn-disp=1.000000");
-    row("m_cbGPUSplitAxis", 2, "--gpu-split=Z", 1, "--gpu-split=Y");
-    row("chkGPUSplit", true, "--gpu-split=X", false);
-    row("m_chkSimExport", true, "--simExport=", false);
-    row("gbCouplingServer", true, "--cs=", false);
-    row("m_chkAutoGridResizing", true, "--auto-grid=", false);
-    row("m_chkConnectionCleanUp", true, "--wait=", false);
-    row("m_chkCompressData", true, "--compress-data=1", false);
-    row("m_chkSinglePrecisionContactDetection", true, "--sp=1", false, "--sp=0");
-    row("m_chkAlternativeContactDetection", true, "--sp=0; --acd=1", false, "--sp=0; --acd=0");
-    row("m_leCouplingLocation", "/server", "", "");
-    row("leCouplingCommand", "--port 1", "", "");
-    row("m_chkSimulationOutputs", true, "", false);
+    for (int deckFormat : {1, 2}) {
+        for (const SChange& change : changes()) {
+            QTest::addRow("%s, format %d", change.widget, deckFormat) << deckFormat << change;
+        }
+    }
 }
 
 void CProcessingOptionsArgumentsTest::everyWidgetFeedsItsArgument()
 {
-    QFETCH(QVariant, there);
-    QFETCH(QString, afterThere);
-    QFETCH(QVariant, back);
-    QFETCH(QString, afterBack);
+    QFETCH(int, deckFormat);
+    QFETCH(SChange, change);
 
+    COptionsPage page(deckFormat);
+    page.enter();
+    QCOMPARE(page.options(), expectedOptions(QString(), deckFormat));
+    page.set(change.widget, change.there);
+    QCOMPARE(page.options(), expectedOptions(change.afterThere, deckFormat));
+    page.set(change.widget, change.back);
+    QCOMPARE(page.options(), expectedOptions(change.afterBack, deckFormat));
+}
+
+void CProcessingOptionsArgumentsTest::noWidgetIsLeftOutOfTheChanges()
+{
+    COptionsPage page;
+    QStringList onThePage;
+    for (const QWidget* widget : page.page().findChildren<QWidget*>()) {
+        // The fields within the spin boxes are no widgets of the form.
+        if (takesInput(*widget) && !widget->objectName().startsWith(QStringLiteral("qt_"))) {
+            onThePage.append(widget->objectName());
+        }
+    }
+    QStringList changed;
+    for (const SChange& change : changes()) {
+        changed.append(change.widget);
+    }
+    onThePage.sort();
+    changed.sort();
+    QCOMPARE(changed, onThePage);
+}
+
+void CProcessingOptionsArgumentsTest::everythingChangedAtOnce()
+{
     COptionsPage page(2);
     page.enter();
-    QCOMPARE(page.options(), expectedOptions(QString()));
-    page.set(QTest::currentDataTag(), there);
-    QCOMPARE(page.options(), expectedOptions(afterThere));
-    page.set(QTest::currentDataTag(), back);
-    QCOMPARE(page.options(), expectedOptions(afterBack));
+    for (const SChange& change : changes()) {
+        page.set(change.widget, change.there);
+    }
+    const QString automatic = QStringLiteral(
+        " -c  -r 2.500000 -w 0.010000 -g 3.000000 -t 0 -p 16 -E 1 -D 0 (1) -R "
+        " --particle-properties  -n 1000000000.000000 --dyn 1 --dyn-interval 0.250000"
+        " --dyn-check 7 --dyn-disp 12.500000 --gpu-split Z --simExport  --cs  --auto-grid "
+        " --wait  --compress-data 1 --sp 1 --acd 1");
+    QCOMPARE(page.options(), automatic);
+    page.enter();
+    QCOMPARE(page.options(), automatic);
+    page.set("chkAutoTimeStep", false);
+    QCOMPARE(page.options(), QString(automatic).replace(" -t 0 ", " -t 0.001000 "));
 }
 
 void CProcessingOptionsArgumentsTest::noOptionsBeforeThePageIsEntered()
@@ -265,9 +277,21 @@ void CProcessingOptionsArgumentsTest::aNewerDeckAddsItsFlagsButLeavesTheWidgetsH
     page.enter();
     QCOMPARE(page.options(), expectedOptions(QString()));
     QVERIFY(page.child<>("m_chkCompressData").isHidden());
+    QVERIFY(page.child<>("m_chkSinglePrecisionContactDetection").isHidden());
     QVERIFY(page.child<>("m_chkAlternativeContactDetection").isHidden());
     page.set("m_chkAlternativeContactDetection", true);
     QCOMPARE(page.options(), expectedOptions("--sp=0; --acd=1"));
+}
+
+void CProcessingOptionsArgumentsTest::aTimeStepSetWhileAutomaticLastsUntilTheNextEntry()
+{
+    COptionsPage page(2);
+    page.set("chkAutoTimeStep", true);
+    page.enter();
+    page.set("sbFixedTime", 0.5);
+    QCOMPARE(page.options(), expectedOptions("-t=0.500000"));
+    page.enter();
+    QCOMPARE(page.options(), expectedOptions("-t=0"));
 }
 
 void CProcessingOptionsArgumentsTest::theStepLimitIsLeftOutAtEntryWhileUnchecked()
@@ -280,6 +304,10 @@ void CProcessingOptionsArgumentsTest::theStepLimitIsLeftOutAtEntryWhileUnchecked
     page.set("chkStepLimit", true);
     QCOMPARE(page.options(), expectedOptions("-n=5.000000"));
     QVERIFY(page.isEnabled("sbStepLimit"));
+    page.set("chkStepLimit", false);
+    page.set("sbStepLimit", 6.0);
+    page.enter();
+    QCOMPARE(page.options(), expectedOptions(QString()));
 }
 
 void CProcessingOptionsArgumentsTest::theDynamicDomainIsLeftOutAtEntryWhileUnchecked()

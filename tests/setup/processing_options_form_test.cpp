@@ -265,6 +265,10 @@ void CProcessingOptionsFormTest::focusPolicies()
           "m_dynamicDomainNumberOfChecks", "m_dynamicDomainCheckInterval"}) {
         QVERIFY2(m_page->child<>(name).focusPolicy() == Qt::StrongFocus, name);
     }
+    // Qt's own for a spin box.
+    for (const char* name : {"sbNumProcs", "m_dynamicDomainParticleDisplacement"}) {
+        QVERIFY2(m_page->child<>(name).focusPolicy() == Qt::WheelFocus, name);
+    }
 }
 
 void CProcessingOptionsFormTest::tabOrder()

@@ -38,6 +38,7 @@ private slots:
     void initTestCase();
     void init();
     void everyKeySetsItsWidget();
+    void theLegacyModeIsTheOppositeOfItsGroup();
     void anEngineIndexMayBeUnsigned();
     void anAxisOfAnotherTypeIsSkipped();
     void anIndexBeyondTheListClearsTheChoice();
@@ -113,6 +114,15 @@ void CProcessingOptionsFrameTest::everyKeySetsItsWidget()
                             " --dyn-disp 7.500000 --auto-grid  --compress-data 1"));
     QVERIFY(page.isEnabled("chkGPUSplit"));
     QVERIFY(!page.isEnabled("sbGridSizeM"));
+}
+
+void CProcessingOptionsFrameTest::theLegacyModeIsTheOppositeOfItsGroup()
+{
+    COptionsPage page(2);
+    page.set("m_chkAlternativeContactDetection", true);
+    page.writeDfg(GPU + "GPU CONTACT DETECTION LEGACY MODE=BOOLEAN:TRUE\n");
+    page.enter();
+    QVERIFY(!page.child<QGroupBox>("m_chkAlternativeContactDetection").isChecked());
 }
 
 void CProcessingOptionsFrameTest::anEngineIndexMayBeUnsigned()

@@ -1,6 +1,7 @@
 #include "setup/simulator_arguments.h"
 
 #include "setup/simulator_options.h"
+#include "tests/setup/simulator_flags.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
@@ -34,29 +35,7 @@ void CSimulatorArgumentsTest::initTestCase()
 
 void CSimulatorArgumentsTest::everyFlagStandsInItsPlace()
 {
-    const std::vector<std::string> expected{" -r ",
-                                            " -w ",
-                                            " -g ",
-                                            " -t ",
-                                            " -p ",
-                                            " -E ",
-                                            " -D ",
-                                            " -R ",
-                                            " --particle-properties ",
-                                            " -n ",
-                                            " --dyn ",
-                                            " --dyn-interval ",
-                                            " --dyn-check ",
-                                            " --dyn-disp ",
-                                            " --gpu-split ",
-                                            " --simExport ",
-                                            " --cs ",
-                                            " --auto-grid ",
-                                            " --wait ",
-                                            " --compress-data ",
-                                            " --sp ",
-                                            " --acd "};
-    QCOMPARE(SimulatorOptions::EmissionOrder, expected);
+    QCOMPARE(SimulatorOptions::EmissionOrder, FLAGS_IN_ORDER);
     QCOMPARE(SimulatorOptions::LeadingFlag, std::string(" -c "));
     QCOMPARE(SimulatorOptions::Disabled, std::string("Disabled"));
 }
