@@ -12,6 +12,7 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QValidator>
 
 #include <filesystem>
 
@@ -48,6 +49,7 @@ private slots:
     void enteringOverwritesWhatWasChosen();
     void enteringShowsTheStoredModeAndLeavesTheButtons();
     void enteringWithAnUnknownModeStoresNoStrings();
+    void aNewDeckAtEntryStoresTheVisibleModeFirst();
     void withoutADeckModeOneStaysIncomplete();
     void aDeckExtensionInAFolderNameIsRewrittenToo();
     void aDfgWithoutItsQsvIsIncomplete();
@@ -65,6 +67,7 @@ private slots:
     void eachButtonAsksForItsOwnFile();
     void aCancelledDialogChangesNothing();
     void anExistenceThatCannotBeAskedIsAFailure();
+    void theFilesAreAskedForInOrder();
 
 private:
     template <class Child>
@@ -76,6 +79,10 @@ private:
     void choose(const char* radioButton) const { child<QRadioButton>(radioButton).click(); }
     int shownMode() const { return child<QStackedWidget>("sw_PostProcessing").currentIndex(); }
     QString newFile(const QString& name) const;
+    /// A path that can't be asked about: a link to a link that leads back; empty for no links.
+    QString newLoop(const QString& name) const;
+    /// What validateFields threw; empty for nothing.
+    QString failureOfValidating() const;
     /// What the last signal said; the test fails where there was none.
     bool lastComplete() const;
 
@@ -103,6 +110,27 @@ QString CPostProcessingFrameTest::newFile(const QString& name) const
     const QString path = m_folder->filePath(name);
     QFile file(path);
     return file.open(QIODevice::WriteOnly) ? path : QString();
+}
+
+QString CPostProcessingFrameTest::newLoop(const QString& name) const
+{
+    // The one failure to ask that needs no rights.
+    const std::filesystem::path folder(m_folder->path().toStdString());
+    const std::string first = name.toStdString();
+    std::error_code error;
+    std::filesystem::create_symlink("back", folder / first, error);
+    std::filesystem::create_symlink(first, folder / "back", error);
+    return error ? QString() : m_folder->filePath(name);
+}
+
+QString CPostProcessingFrameTest::failureOfValidating() const
+{
+    try {
+        QMetaObject::invokeMethod(m_page.get(), "validateFields", Qt::DirectConnection);
+    } catch (const std::filesystem::filesystem_error& failure) {
+        return QString::fromLatin1(failure.what());
+    }
+    return QString();
 }
 
 bool CPostProcessingFrameTest::lastComplete() const
@@ -253,6 +281,16 @@ void CPostProcessingFrameTest::enteringWithAnUnknownModeStoresNoStrings()
     QCOMPARE(stored(), CDeckStore::PostProcessing(7, {}));
 }
 
+void CPostProcessingFrameTest::aNewDeckAtEntryStoresTheVisibleModeFirst()
+{
+    // The proposed files change their fields, and every edit stores the page that is shown.
+    setSetting(CAppSettings::ZEKPath, QStringLiteral("/decks/drum.zek"));
+    CDeckStore::instance()->setPostProcessing({2, {"job.py", "-x", "more"}});
+    m_page->onPageEntered();
+    QCOMPARE(shownMode(), 0);
+    QCOMPARE(stored(), NONE);
+}
+
 void CPostProcessingFrameTest::withoutADeckModeOneStaysIncomplete()
 {
     edit("m_leDfgLocation").setText(QStringLiteral("a.dfg"));
@@ -383,6 +421,7 @@ void CPostProcessingFrameTest::commandLineWordsRefuseShellCharacters()
     }
     QVERIFY(edit("m_lePythonDeckFlag").validator() ==
             edit("m_lePythonAdditionalFlags").validator());
+    QVERIFY(edit("m_lePythonDeckFlag").validator()->parent() == m_page.get());
 }
 
 void CPostProcessingFrameTest::theScriptLocationTakesAnyCharacter()
@@ -457,25 +496,35 @@ void CPostProcessingFrameTest::aCancelledDialogChangesNothing()
 
 void CPostProcessingFrameTest::anExistenceThatCannotBeAskedIsAFailure()
 {
-    // Links that point to each other are the one failure to ask that needs no rights.
-    const std::filesystem::path folder(m_folder->path().toStdString());
-    std::error_code error;
-    std::filesystem::create_symlink("b.py", folder / "a.py", error);
-    std::filesystem::create_symlink("a.py", folder / "b.py", error);
-    if (error) {
+    const QString unaskable = newLoop(QStringLiteral("a.py"));
+    if (unaskable.isEmpty()) {
         QSKIP("no symbolic links on this platform");
     }
     choose("m_rbPythonPostProcessing");
-    QSignalBlocker blocker(edit("m_lePythonLocation"));
-    edit("m_lePythonLocation").setText(m_folder->filePath(QStringLiteral("a.py")));
-    QString operation;
-    try {
-        QMetaObject::invokeMethod(m_page.get(), "validateFields", Qt::DirectConnection);
-    } catch (const std::filesystem::filesystem_error& failure) {
-        operation = QString::fromLatin1(failure.what());
-    }
-    QVERIFY2(operation.contains(QStringLiteral("exists")), qPrintable(operation));
+    const QSignalBlocker blocker(edit("m_lePythonLocation"));
+    edit("m_lePythonLocation").setText(unaskable);
+    const QString failure = failureOfValidating();
+    QVERIFY2(failure.contains(QStringLiteral("exists")), qPrintable(failure));
     QCOMPARE(m_complete->count(), 0);
+}
+
+void CPostProcessingFrameTest::theFilesAreAskedForInOrder()
+{
+    const QString unaskable = newLoop(QStringLiteral("a.qsv"));
+    if (unaskable.isEmpty()) {
+        QSKIP("no symbolic links on this platform");
+    }
+    choose("m_rbPostProcessingORVA");
+    const QSignalBlocker dfgBlocker(edit("m_leDfgLocation"));
+    const QSignalBlocker qsvBlocker(edit("m_leQsvLocation"));
+    edit("m_leQsvLocation").setText(unaskable);
+    edit("m_leDfgLocation").setText(m_folder->filePath(QStringLiteral("missing.dfg")));
+    QCOMPARE(failureOfValidating(), QString());
+    QVERIFY(!lastComplete());
+    // Both files are asked for before either extension is looked at.
+    edit("m_leDfgLocation").setText(newFile(QStringLiteral("deck.txt")));
+    QVERIFY(failureOfValidating().contains(QStringLiteral("exists")));
+    QCOMPARE(m_complete->count(), 1);
 }
 
 TARNEL_TEST_MAIN(CPostProcessingFrameTest)
