@@ -1,6 +1,9 @@
 #include "platform/child_process.h"
 
 #include <signal.h>
+#ifdef __linux__
+#include <sys/prctl.h>
+#endif
 #include <unistd.h>
 
 CChildProcess::CChildProcess() = default;
@@ -11,6 +14,11 @@ CChildProcess::~CChildProcess() = default;
 void CChildProcess::setupChildProcess()
 {
     ::setpgid(0, 0);
+#ifdef __linux__
+    if (m_endsWithThread) {
+        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    }
+#endif
 }
 
 CKillSwitch::~CKillSwitch() = default;
