@@ -6,7 +6,6 @@
 #include "platform/interpreter.h"
 
 #include <filesystem>
-#include <fstream>
 
 namespace fs = std::filesystem;
 
@@ -44,15 +43,9 @@ std::string shellPreparation(const CommandContext& context)
     return text;
 }
 
-void writeBytes(const fs::path& path, const std::string& text)
-{
-    std::ofstream stream(path, std::ios::binary);
-    stream << text;
-}
-
 void writeShellScript(const fs::path& path)
 {
-    writeBytes(path, shellScriptText(distributedContext(shellDialect())));
+    std::ofstream(path, std::ios::binary) << shellScriptText(distributedContext(shellDialect()));
     std::error_code ignored;
     fs::permissions(path, fs::perms::owner_exec | fs::perms::group_exec | fs::perms::others_exec,
                     fs::perm_options::add, ignored);
@@ -78,11 +71,17 @@ std::string shellScriptText(const CommandContext& context)
     return text;
 }
 
-void writeBatchFiles(const std::string& caseRoot, const std::vector<CaseCommands>& commands)
+CBatchFiles::CBatchFiles(const std::string& caseRoot)
+    : m_stem(caseRoot + "/" + FileNames::BatchFileStem)
+    , m_batch(m_stem + FileNames::BatchExtension, std::ios::binary)
 {
-    const std::string stem = caseRoot + "/" + FileNames::BatchFileStem;
-    writeBytes(stem + FileNames::BatchExtension, batchFileText(commands));
+}
+
+void CBatchFiles::write(const std::vector<CaseCommands>& commands)
+{
+    m_batch << batchFileText(commands);
+    m_batch.close();
     if (!platform::speaksBatch()) {
-        writeShellScript(stem + ".sh");
+        writeShellScript(m_stem + ".sh");
     }
 }

@@ -141,8 +141,9 @@ void CSubmitJobFrame::generateDistributedCases()
     m_distributedFileProgress->setValue(0);
     const bool local = sw_SimExecution->currentIndex() == 0;
     const std::vector<CaseCommands> commands = prepareCases(m_caseRootStem, local, m_caseRoot);
+    CBatchFiles files(m_caseRoot);
     m_distributedFileProgress->setValue(50);
-    writeBatchFiles(m_caseRoot, commands);
+    files.write(commands);
     m_distributedFileProgress->setValue(100);
     platform::openFolder(m_caseRoot);
 }

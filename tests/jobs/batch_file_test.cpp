@@ -148,7 +148,7 @@ void BatchFileTest::jobWithoutCasesMakesAnEmptyFile()
 {
     CDeckStore::instance()->creatorData().resize(1);
     const std::string root = caseRoot();
-    writeBatchFiles(root, batchCommands());
+    CBatchFiles(root).write(batchCommands());
     QVERIFY(fs::exists(root + "/RunAllSimulations.bat"));
     QCOMPARE(contentOf(root + "/RunAllSimulations.bat"), std::string());
 }
@@ -161,14 +161,14 @@ void BatchFileTest::noCommandsMakeAnEmptyFile()
 void BatchFileTest::unwritableFileIsPassedOver()
 {
     const std::string missing = m_fixture->path("missing");
-    writeBatchFiles(missing, batchCommands());
+    CBatchFiles(missing).write(batchCommands());
     QVERIFY(!fs::exists(missing));
 }
 
 void BatchFileTest::shellScriptStandsBesideTheBatchFile()
 {
     const std::string root = caseRoot();
-    writeBatchFiles(root, batchCommands());
+    CBatchFiles(root).write(batchCommands());
     QCOMPARE(contentOf(root + "/RunAllSimulations.bat"), batchFileText(batchCommands()));
     const std::string script = root + "/RunAllSimulations.sh";
     QCOMPARE(fs::exists(script), !platform::speaksBatch());
@@ -183,7 +183,7 @@ void BatchFileTest::shellScriptRunsTheCasesInOrderWhereverItStands()
     setExecutable(stubSimulator());
     CDeckStore::instance()->setPostProcessing({1, {"/j/a.dfg", "/j/a.qsv"}});
     const std::string root = caseRoot();
-    writeBatchFiles(root, batchCommands());
+    CBatchFiles(root).write(batchCommands());
     const std::string moved = m_fixture->path("it's moved");
     fs::rename(root, moved);
     QCOMPARE(runScript(moved),
@@ -203,7 +203,7 @@ void BatchFileTest::shellScriptRunsTheAnalysisInTheCaseFolder()
                                         "#!/bin/sh\necho \"python $* in $(basename \"$PWD\")\"\n"));
     CDeckStore::instance()->setPostProcessing({2, {"/src/s.py", "-d", "x y"}});
     const std::string root = caseRoot();
-    writeBatchFiles(root, batchCommands());
+    CBatchFiles(root).write(batchCommands());
     const QString expected =
         QStringLiteral("simulated -i Job%1/a%1.zek -c -r 1.000000 in case root\n"
                        "conda activate in Job%1\n"
@@ -226,7 +226,7 @@ void BatchFileTest::shellScriptEndsTheCouplingServerWithItsCase()
     const std::string root = caseRoot();
     makeExecutable(m_fixture->writeFile("case root/Job0/server", server));
     makeExecutable(m_fixture->writeFile("case root/Job1/server", server));
-    writeBatchFiles(root, batchCommands());
+    CBatchFiles(root).write(batchCommands());
     const QStringList lines = runScript(root).split('\n', Qt::SkipEmptyParts);
     QCOMPARE(lines.filter("serving").join(';'),
              QStringLiteral("serving Job0/server -p 1;serving Job1/server -p 1"));
