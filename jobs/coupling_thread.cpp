@@ -9,12 +9,18 @@ namespace {
 
 constexpr unsigned long graceMilliseconds = 1000;
 
+bool awaitsClient(const CCaseOutput& output)
+{
+    return output.bytes() == FileNames::AwaitingClient;
+}
+
 } // namespace
 
 CCouplingThread::CCouplingThread(std::string command, std::shared_ptr<const CCaseOutput> lastOutput,
                                  std::chrono::nanoseconds pause)
     : m_command(std::move(command))
     , m_lastOutput(std::move(lastOutput))
+    , m_bAwaitedAtFirst(awaitsClient(*m_lastOutput))
     , m_pause(pause)
 {
 }
@@ -40,16 +46,21 @@ void CCouplingThread::stop()
 
 void CCouplingThread::run()
 {
-    while (isAwaited()) {
+    for (bool awaited = m_bAwaitedAtFirst && !isStopped(); awaited; awaited = isAwaited()) {
         m_interpreter.run(m_command);
         sleepUntilStopped();
     }
 }
 
-bool CCouplingThread::isAwaited() const
+bool CCouplingThread::isStopped() const
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
-    return !m_bStopped && m_lastOutput->bytes() == FileNames::AwaitingClient;
+    return m_bStopped;
+}
+
+bool CCouplingThread::isAwaited() const
+{
+    return !isStopped() && awaitsClient(*m_lastOutput);
 }
 
 void CCouplingThread::sleepUntilStopped()

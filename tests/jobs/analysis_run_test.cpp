@@ -34,6 +34,7 @@ private slots:
     void startsTheCouplingServerWithTheCase();
     void endsTheCouplingServerWithTheCase();
     void endsTheCouplingServerOfACancelledCase();
+    void startsTheCouplingServerAgainWhileAClientIsAwaited();
 
 private:
     QString toolFolder(CPageFixture& fixture, bool python, bool conda) const;
@@ -325,6 +326,26 @@ void AnalysisRunTest::endsTheCouplingServerOfACancelledCase()
                  [&] { fixture.click("m_pbCancelSimulating"); });
     QVERIFY(fixture.run());
     QTRY_VERIFY(!isAlive(ofCase(job, 0, "server.pid").trimmed()));
+}
+
+void AnalysisRunTest::startsTheCouplingServerAgainWhileAClientIsAwaited()
+{
+    CPageFixture fixture;
+    // The next look comes five seconds behind the end of the server.
+    fixture.behave(0, "await;sleep:6500");
+    fixture.behave(1, "sleep:6500");
+    fixture.behave(2, "print:Simulating;sleep:6500");
+    fixture.behave(3, "await;print:Simulating;sleep:6500");
+    JobDescription description = coupledJob();
+    description.cases = 4;
+    description.couplingText =
+        QStringLiteral("#!/bin/sh\necho started >> \"$(dirname \"$0\")/starts\"\n");
+    const QString job = fixture.loadJob(description);
+    QVERIFY(fixture.run(4));
+    const int expected[] = {2, 2, 1, 1};
+    for (int number = 0; number < 4; ++number) {
+        QCOMPARE(ofCase(job, number, "starts").count('\n'), expected[number]);
+    }
 }
 
 TARNEL_TEST_MAIN(AnalysisRunTest)

@@ -18,6 +18,8 @@ private slots:
     void init();
 
     void startsTheServerAtOnce();
+    void startsTheServerWhateverWasPrintedUntilItRuns();
+    void leavesTheServerOutWhereNoClientIsAwaitedAtFirst();
     void endsAtItsNextLookWhenTheSimulatorPrintsAnythingElse_data();
     void endsAtItsNextLookWhenTheSimulatorPrintsAnythingElse();
     void startsTheServerAgainWhileAClientIsAwaited();
@@ -58,6 +60,24 @@ void CouplingThreadTest::startsTheServerAtOnce()
     thread.start();
     QTRY_VERIFY(isAlive(log().trimmed()));
     QVERIFY(thread.isRunning());
+}
+
+void CouplingThreadTest::startsTheServerWhateverWasPrintedUntilItRuns()
+{
+    CCouplingThread thread(command(""), m_lastOutput, std::chrono::milliseconds(10));
+    m_lastOutput->assign("Simulating\r\n");
+    thread.start();
+    QVERIFY(thread.wait(5000));
+    QCOMPARE(log().count('\n'), 1);
+}
+
+void CouplingThreadTest::leavesTheServerOutWhereNoClientIsAwaitedAtFirst()
+{
+    m_lastOutput->assign("Simulating\r\n");
+    CCouplingThread thread(command(""), m_lastOutput, std::chrono::milliseconds(10));
+    thread.start();
+    QVERIFY(thread.wait(5000));
+    QVERIFY(log().isEmpty());
 }
 
 void CouplingThreadTest::endsAtItsNextLookWhenTheSimulatorPrintsAnythingElse_data()
