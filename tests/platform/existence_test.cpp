@@ -1,0 +1,87 @@
+#include "platform/existence.h"
+
+#include "tests/support/job_maker.h"
+#include "tests/support/test_environment.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace fs = std::filesystem;
+
+class ExistenceTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void findsFilesAndFolders();
+    void pathsThatCannotBeThereAreAbsent_data();
+    void pathsThatCannotBeThereAreAbsent();
+    void folderThatMayNotBeSearchedHidesItsFiles();
+    void otherFailuresNameTheOperationAndThePath();
+};
+
+void ExistenceTest::findsFilesAndFolders()
+{
+    const QTemporaryDir folder;
+    writeFile(folder.filePath("empty"), "");
+    QVERIFY(platform::exists(folder.path().toStdString()));
+    QVERIFY(platform::exists(folder.filePath("empty").toStdString()));
+}
+
+void ExistenceTest::pathsThatCannotBeThereAreAbsent_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::newRow("empty path") << "";
+    QTest::newRow("missing file") << "%1/missing";
+    QTest::newRow("missing parent") << "%1/missing/file";
+    QTest::newRow("file as parent") << "%1/file/below";
+    QTest::newRow("name too long") << "%1/" + QString(300, 'x');
+}
+
+void ExistenceTest::pathsThatCannotBeThereAreAbsent()
+{
+    QFETCH(QString, name);
+    const QTemporaryDir folder;
+    writeFile(folder.filePath("file"), "");
+    QVERIFY(!platform::exists(name.replace("%1", folder.path()).toStdString()));
+}
+
+void ExistenceTest::folderThatMayNotBeSearchedHidesItsFiles()
+{
+    const QTemporaryDir folder;
+    writeFile(folder.filePath("file"), "");
+    const std::string path = folder.path().toStdString();
+    QCOMPARE(::chmod(path.c_str(), 0), 0);
+    // Root may search every folder, so somebody else has to look.
+    const uid_t user = ::geteuid();
+    if (user == 0) {
+        QCOMPARE(::seteuid(65534), 0);
+    }
+    const bool found = platform::exists(path + "/file");
+    QCOMPARE(::seteuid(user), 0);
+    QCOMPARE(::chmod(path.c_str(), 0700), 0);
+    QVERIFY(!found);
+}
+
+void ExistenceTest::otherFailuresNameTheOperationAndThePath()
+{
+    const QTemporaryDir folder;
+    const QString loop = folder.filePath("loop");
+    QVERIFY(QFile::link(loop, loop));
+    try {
+        platform::exists(loop.toStdString());
+        QFAIL("nothing was thrown");
+    } catch (const fs::filesystem_error& error) {
+        const QString what = QString::fromUtf8(error.what());
+        QVERIFY2(what.contains(" exists: ") && what.contains(loop), qPrintable(what));
+        QCOMPARE(error.code().value(), ELOOP);
+    }
+}
+
+TARNEL_TEST_MAIN(ExistenceTest)
+#include "existence_test.moc"
