@@ -59,6 +59,9 @@ private slots:
     void missingAdditionalFileEndsThePreparation();
     void missingCompanionEndsThePreparation();
     void missingScriptEndsThePreparation();
+    void missingCouplingFileEndsThePreparation();
+    void missingDataFileEndsThePreparation();
+    void emptyPartsOfTheAdditionalFilesAreSkipped();
     void shortRowLeavesTheDefaults();
 
 private:
@@ -287,6 +290,37 @@ void CasePreparationTest::missingScriptEndsThePreparation()
     const std::string error = filesystemErrorOf([this] { prepare(); });
     QVERIFY2(QString::fromStdString(error).contains("copy_file"), error.c_str());
     QVERIFY(!fs::exists(m_root + "/Job0/bed0_data"));
+}
+
+void CasePreparationTest::missingCouplingFileEndsThePreparation()
+{
+    CDeckStore::instance()->setCoupling({m_fixture->writeFile("server", "S"), "-p"});
+    CDeckStore::instance()->setPostProcessing({2, {m_fixture->writeFile("s.py", "s"), "-d", "x"}});
+    generateAndLoad();
+    fs::remove(m_job + "/server");
+    const std::string error = filesystemErrorOf([this] { prepare(); });
+    QVERIFY2(QString::fromStdString(error).contains("copy_file"), error.c_str());
+    QCOMPARE(namesIn(m_root + "/Job0"), Names({"bed0.ynd", "bed0.zek", "s.py"}));
+}
+
+void CasePreparationTest::missingDataFileEndsThePreparation()
+{
+    generateAndLoad();
+    fs::remove(m_job + "/bed_data/0.h5");
+    const std::string error = filesystemErrorOf([this] { prepare(); });
+    QVERIFY2(QString::fromStdString(error).contains("copy_file"), error.c_str());
+    QCOMPARE(namesIn(m_root), Names({"Job0"}));
+    QVERIFY(namesIn(m_root + "/Job0/bed0_data").empty());
+}
+
+void CasePreparationTest::emptyPartsOfTheAdditionalFilesAreSkipped()
+{
+    generateAndLoad();
+    const std::string files = ";;" + m_fixture->writeFile("wall.stl", "W") + ";;";
+    CAppSettings::instance()->setValue(CAppSettings::AdditionalFilesPath,
+                                       QString::fromStdString(files));
+    prepare();
+    QCOMPARE(namesIn(m_root + "/Job0"), Names({"bed0.ynd", "bed0.zek", "bed0_data", "wall.stl"}));
 }
 
 void CasePreparationTest::shortRowLeavesTheDefaults()

@@ -60,10 +60,14 @@ private slots:
     void additionalFileNamedLikeTheDeckFails();
     void couplingFileIsCopiedAndListed();
     void missingCouplingFileFailsBeforeItsList();
+    void couplingFileNamedLikeAnAdditionalFileFails();
     void missingDataFileFailsToCopyIntoItsFolder();
     void missingCompanionFailsBehindTheData();
     void exportFilesTakeTheDecksName();
     void missingExportFileFails();
+    void scriptNamedLikeAnAdditionalFileIsTakenWhereNewer_data();
+    void scriptNamedLikeAnAdditionalFileIsTakenWhereNewer();
+    void missingScriptFailsBeforeItsDetails();
     void scriptAndItsArgumentsAreKept();
     void deckPathWithTheExtensionTwiceKeepsItsData();
 
@@ -245,6 +249,19 @@ void JobSpecificationTest::missingCouplingFileFailsBeforeItsList()
     CDeckStore::instance()->setCoupling({"/none/server", "-p"});
     QVERIFY(generationError(m_save).contains("copy_file"));
     QVERIFY(!fs::exists(m_save + "/JobSpec/Coupling File Directory.txt"));
+    QCOMPARE(namesIn(m_save + "/JobSpec"),
+             Names({"Additional File Directory.txt", "bed.zek", "input_jobID-Matrix.csv"}));
+}
+
+void JobSpecificationTest::couplingFileNamedLikeAnAdditionalFileFails()
+{
+    m_fixture->folder("x");
+    setAdditionalFiles(m_fixture->writeFile("server", "additional"));
+    CDeckStore::instance()->setCoupling({m_fixture->writeFile("x/server", "S"), "-p"});
+    QVERIFY(generationError(m_save).contains("copy_file"));
+    QCOMPARE(contentOf(m_save + "/JobSpec/server"), std::string("additional"));
+    QCOMPARE(contentOf(m_save + "/JobSpec/Additional File Directory.txt"),
+             std::string("bed\nserver\n"));
 }
 
 void JobSpecificationTest::missingDataFileFailsToCopyIntoItsFolder()
@@ -259,9 +276,12 @@ void JobSpecificationTest::missingDataFileFailsToCopyIntoItsFolder()
 void JobSpecificationTest::missingCompanionFailsBehindTheData()
 {
     fs::remove(m_deck.companion);
+    CDeckStore::instance()->setPostProcessing(
+        {1, {m_fixture->writeFile("abc.dfg", "D"), m_fixture->writeFile("def.qsv", "Q")}});
     const QString error = generationError(m_save);
     QVERIFY2(error.contains("copy_file"), qPrintable(error));
     QVERIFY(fs::exists(m_save + "/JobSpec/bed_data/0.h5"));
+    QVERIFY(!fs::exists(m_save + "/JobSpec/bed.dfg"));
 }
 
 void JobSpecificationTest::exportFilesTakeTheDecksName()
@@ -288,6 +308,35 @@ void JobSpecificationTest::scriptAndItsArgumentsAreKept()
     const std::string job = generated(m_save).value();
     QCOMPARE(contentOf(job + "/s 1.py"), std::string("print()"));
     QCOMPARE(contentOf(job + "/PyDetails.txt"), script + "\nPYTHON_NO_DECK_FLAG\nx y\n");
+}
+
+void JobSpecificationTest::scriptNamedLikeAnAdditionalFileIsTakenWhereNewer_data()
+{
+    QTest::addColumn<int>("lead");
+    QTest::addColumn<QString>("expected");
+    QTest::newRow("newer") << 3600 << "script";
+    QTest::newRow("older") << -3600 << "additional";
+}
+
+void JobSpecificationTest::scriptNamedLikeAnAdditionalFileIsTakenWhereNewer()
+{
+    QFETCH(int, lead);
+    QFETCH(QString, expected);
+    m_fixture->folder("x");
+    setAdditionalFiles(m_fixture->writeFile("s.py", "additional"));
+    const std::string script = m_fixture->writeFile("x/s.py", "script");
+    fs::last_write_time(script, fs::last_write_time(script) + std::chrono::seconds(lead));
+    CDeckStore::instance()->setPostProcessing({2, {script, "-d", "x"}});
+    const std::string job = generated(m_save).value();
+    QCOMPARE(QString::fromStdString(contentOf(job + "/s.py")), expected);
+}
+
+void JobSpecificationTest::missingScriptFailsBeforeItsDetails()
+{
+    CDeckStore::instance()->setPostProcessing({2, {"/none/s.py", "-d", "x"}});
+    QVERIFY(generationError(m_save).contains("copy_file"));
+    QVERIFY(fs::exists(m_save + "/JobSpec/bed.ynd"));
+    QVERIFY(!fs::exists(m_save + "/JobSpec/PyDetails.txt"));
 }
 
 void JobSpecificationTest::deckPathWithTheExtensionTwiceKeepsItsData()
