@@ -1,6 +1,7 @@
 #include "cases/case_run.h"
 
 #include "cases/case_processes.h"
+#include "platform/child_process.h"
 
 #include <algorithm>
 #include <chrono>
@@ -42,6 +43,7 @@ CCaseRun::CCaseRun(SRunSetup setup, CCaseSelection selection, std::vector<SBatch
 
 void CCaseRun::run(std::size_t atATime)
 {
+    CChildProcess::endWithStartingThreads();
     endLeftovers(m_setup.caseRoot);
     const std::size_t workers = std::min(std::max<std::size_t>(atATime, 1), m_cases.size());
     CNoteWriter notes(std::min(NoteThreads, 2 * workers));
@@ -104,6 +106,7 @@ void CCaseRun::handle(const SBatchCase& batchCase)
 {
     const fs::path folder = m_setup.caseRoot / batchCase.folder();
     try {
+        const bool tried = fs::exists(lockFile(folder));
         platform::CFileLock lock = platform::CFileLock::tryToTake(lockFile(folder));
         if (!lock) {
             leaveForLater(batchCase);
@@ -117,7 +120,9 @@ void CCaseRun::handle(const SBatchCase& batchCase)
             conclude(batchCase.number, before);
             return;
         }
-        m_prepared.putBack(m_setup.caseRoot, batchCase);
+        if (tried) {
+            m_prepared.putBack(m_setup.caseRoot, batchCase);
+        }
         execute(batchCase, std::move(lock));
     } catch (const fs::filesystem_error& error) {
         conclude(batchCase.number, failure(error.what()));

@@ -37,7 +37,6 @@ public:
         m_process.setProcessEnvironment(environment);
         m_process.setWorkingDirectory(QString::fromStdString(setup.caseRoot.string()));
         m_process.setProcessChannelMode(QProcess::MergedChannels);
-        m_process.endWithStartingThread();
     }
 
     ~CControlledChild()

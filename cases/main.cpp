@@ -3,7 +3,6 @@
 #include "cases/commands.h"
 
 #include <QCoreApplication>
-#include <QDir>
 #include <QGuiApplication>
 #include <QLocale>
 
@@ -16,14 +15,16 @@ namespace {
 /// Only drawing needs letters and pictures; the rest starts without them.
 std::unique_ptr<QCoreApplication> makeApplication(int& argc, char** argv)
 {
-    if (argc > 1 && std::strcmp(argv[1], "compare") == 0) {
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-        if (!qEnvironmentVariableIsSet("XDG_RUNTIME_DIR")) {
-            qputenv("XDG_RUNTIME_DIR", QDir::tempPath().toLocal8Bit()); // or Qt grumbles
-        }
-        return std::make_unique<QGuiApplication>(argc, argv);
+    if (argc < 2 || std::strcmp(argv[1], "compare") != 0) {
+        return std::make_unique<QCoreApplication>(argc, argv);
     }
-    return std::make_unique<QCoreApplication>(argc, argv);
+    qputenv("QT_QPA_PLATFORM", "offscreen");
+    // On a cluster's node there often is no session, of which Qt would complain.
+    const QtMessageHandler former =
+        qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString&) {});
+    auto application = std::make_unique<QGuiApplication>(argc, argv);
+    qInstallMessageHandler(former);
+    return application;
 }
 
 } // namespace

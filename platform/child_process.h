@@ -13,16 +13,13 @@ public:
     CChildProcess();
     ~CChildProcess() override;
 
-    /// To be said before the start, by the thread that then waits for the child: the system ends
-    /// the child when that thread is gone, however it went. Where there is no such system call
-    /// nothing changes.
-    void endWithStartingThread() { m_endsWithThread = true; }
+    /// From now on the system ends every child of the program when the thread that started it is
+    /// gone, however it went; that thread therefore has to wait for its child. Where there is no
+    /// such system call nothing changes.
+    static void endWithStartingThreads();
 
 protected:
     void setupChildProcess() override;
-
-private:
-    bool m_endsWithThread = false;
 };
 
 /// The hand on a running child. Any thread may end the child at any time; the thread that owns the

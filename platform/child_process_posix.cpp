@@ -1,10 +1,29 @@
 #include "platform/child_process.h"
 
+#include <pthread.h>
 #include <signal.h>
 #ifdef __linux__
 #include <sys/prctl.h>
 #endif
 #include <unistd.h>
+
+namespace {
+
+pid_t startingProcess = 0;
+
+/// Runs in the child right behind the fork. Between that and the start of its program the child
+/// waits for its parent; without one it would wait for ever, and hold what it inherited.
+void endWithParent()
+{
+#ifdef __linux__
+    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    if (::getppid() != startingProcess) {
+        ::_exit(1);
+    }
+#endif
+}
+
+} // namespace
 
 CChildProcess::CChildProcess() = default;
 
@@ -14,11 +33,18 @@ CChildProcess::~CChildProcess() = default;
 void CChildProcess::setupChildProcess()
 {
     ::setpgid(0, 0);
-#ifdef __linux__
-    if (m_endsWithThread) {
-        ::prctl(PR_SET_PDEATHSIG, SIGKILL);
+    // Said again for the case that Qt found another way to fork than the one that has handlers.
+    if (startingProcess != 0) {
+        endWithParent();
     }
-#endif
+}
+
+void CChildProcess::endWithStartingThreads()
+{
+    if (startingProcess == 0) {
+        startingProcess = ::getpid();
+        ::pthread_atfork(nullptr, nullptr, &endWithParent);
+    }
 }
 
 CKillSwitch::~CKillSwitch() = default;
