@@ -8,6 +8,7 @@
 #include "cases/comparison_plot.h"
 #include "cases/interrupt.h"
 #include "cases/report.h"
+#include "jobs/command_dialect.h"
 #include "platform/search_path.h"
 #include "results/result_files.h"
 #include "results/result_table.h"
@@ -15,6 +16,7 @@
 #include <QCommandLineParser>
 #include <QJsonArray>
 #include <QProcess>
+#include <QRegularExpression>
 
 #include <cstdio>
 #include <fstream>
@@ -210,11 +212,24 @@ int run(const SCall& call)
     return allDone(notes) && caseRun.lostNotes() == 0 ? AllDone : NotAllDone;
 }
 
+/// A command as one could type it.
+std::string typed(const QStringList& words)
+{
+    static const QRegularExpression plain("^[A-Za-z0-9+,./:=@_%-]+$");
+    std::string line;
+    for (const QString& word : words) {
+        const std::string text = word.toStdString();
+        line += (line.empty() ? "" : " ") +
+                (plain.match(word).hasMatch() ? text : shellDialect().quoted(text));
+    }
+    return line;
+}
+
 void printDryRun(const SSubmission& submission)
 {
     std::cout << taskScript(submission) << std::endl;
     for (const QStringList& arguments : submissionCommands(submission, maxArraySize())) {
-        std::cout << "sbatch " << arguments.join(' ').toStdString() << std::endl;
+        std::cout << typed(QStringList("sbatch") + arguments) << std::endl;
     }
 }
 
