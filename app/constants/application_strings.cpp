@@ -19,8 +19,8 @@ QString aboutTemplate()
            translated("<br>Description: %3 </p>") + lineStart +
            translated("<p>Revision: %4 (%5) </p>") + lineStart +
            translated("<p>Copyright %6 Harnwick Labs. All rights reserved.</p>") + lineStart +
-           translated("<p>Use <i>About...</i> when you report a fault: the revision tells us "
-                      "what you run.</p>");
+           translated("<p>Built with <a href=\"https://www.qt.io\">Qt</a> and "
+                      "<a href=\"https://www.hdfgroup.org\">HDF5</a>.</p>");
 }
 
 } // namespace

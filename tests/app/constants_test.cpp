@@ -29,6 +29,7 @@ private slots:
     void everyListedRevisionHasItsFormat();
     void theAboutTextHasItsSixArguments();
     void theAboutTemplateNamesEachArgumentOnce();
+    void theAboutTextEndsWithRightsAndLinks();
     void theDescriptionInTheAboutTextIsTheBuildType();
     void namesOfFilesAndCommands_data();
     void namesOfFilesAndCommands();
@@ -228,6 +229,16 @@ void CConstantsTest::theAboutTemplateNamesEachArgumentOnce()
         QCOMPARE(ApplicationStrings::AboutTemplate.count(QStringLiteral("%%1").arg(argument)), 1);
     }
     QCOMPARE(ApplicationStrings::AboutTemplate.count(QLatin1Char('%')), 6);
+}
+
+void CConstantsTest::theAboutTextEndsWithRightsAndLinks()
+{
+    const QStringList paragraphs = ApplicationStrings::AboutTemplate.split(QStringLiteral("<p>"));
+    QCOMPARE(paragraphs.size(), 5);
+    QVERIFY(paragraphs[3].contains(QStringLiteral("%6")));
+    QVERIFY(paragraphs[3].contains(QStringLiteral("rights")));
+    QVERIFY(paragraphs[4].contains(QStringLiteral("<a href=\"https://")));
+    QVERIFY(paragraphs[4].endsWith(QStringLiteral("</p>")));
 }
 
 void CConstantsTest::theDescriptionInTheAboutTextIsTheBuildType()

@@ -31,6 +31,7 @@ private slots:
     void everyIconHasBothSizes();
     void theSmallSimulatorIconIsScaledFromTheLargeOne();
     void theSimulatorIconLivesOnItsLargeImageAlone();
+    void aMissingImageIsNoMessage();
 };
 
 namespace {
@@ -54,6 +55,14 @@ QStringList allNames()
 QString pathOf(const QString& name)
 {
     return QStringLiteral(":/Tarnel/") + name;
+}
+
+int s_messages = 0;
+
+void countMessage(QtMsgType /*type*/, const QMessageLogContext& /*context*/,
+                  const QString& /*message*/)
+{
+    ++s_messages;
 }
 
 QImage argb(const QPixmap& pixmap)
@@ -200,6 +209,16 @@ void CIconsTest::theSimulatorIconLivesOnItsLargeImageAlone()
     QVERIFY(!QFile::exists(pathOf(QStringLiteral("Simulator_6"))));
     QCOMPARE(argb(Icons::Simulator.pixmap(32, 32)),
              argb(QPixmap(pathOf(QStringLiteral("Simulator_32")))));
+}
+
+void CIconsTest::aMissingImageIsNoMessage()
+{
+    const QtMessageHandler before = qInstallMessageHandler(&countMessage);
+    Icons::initialise();
+    const bool drawn = !Icons::Simulator.pixmap(16, 16).isNull();
+    qInstallMessageHandler(before);
+    QVERIFY(drawn);
+    QCOMPARE(s_messages, 0);
 }
 
 TARNEL_TEST_MAIN(CIconsTest)

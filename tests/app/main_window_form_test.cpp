@@ -6,6 +6,7 @@
 #include "parameters/parameter_editor_frame.h"
 #include "parameters/table_item.h"
 #include "tests/support/named_child.h"
+#include "tests/support/own_methods.h"
 #include "tests/support/test_environment.h"
 
 #include <QAction>
@@ -13,25 +14,12 @@
 #include <QBoxLayout>
 #include <QMenu>
 #include <QMenuBar>
-#include <QMetaMethod>
 #include <QPushButton>
 #include <QStackedWidget>
 #include <QTest>
 #include <QToolBar>
 
 namespace {
-
-/// The signatures of a class's own slots or signals, in the order of their declaration.
-QStringList ownMethods(const QMetaObject& type, QMetaMethod::MethodType kind)
-{
-    QStringList signatures;
-    for (int index = type.methodOffset(); index < type.methodCount(); ++index) {
-        if (type.method(index).methodType() == kind) {
-            signatures << QString::fromLatin1(type.method(index).methodSignature());
-        }
-    }
-    return signatures;
-}
 
 QAction& action(const CMainWindow& window, const char* name)
 {
@@ -52,6 +40,7 @@ private slots:
     void initTestCase();
     void init();
     void theWindowHasItsSizeAndPolicy();
+    void theFormsOwnTextsAreReplaced();
     void theTabsHaveTheirTextsAndStates_data();
     void theTabsHaveTheirTextsAndStates();
     void theCaptionIsADisabledBoldAction();
@@ -83,6 +72,20 @@ void CMainWindowFormTest::theWindowHasItsSizeAndPolicy()
     QCOMPARE(window.sizePolicy().horizontalPolicy(), QSizePolicy::Minimum);
     QCOMPARE(window.sizePolicy().verticalPolicy(), QSizePolicy::Minimum);
     QVERIFY(window.parentWidget() == nullptr);
+}
+
+void CMainWindowFormTest::theFormsOwnTextsAreReplaced()
+{
+    QMainWindow bare;
+    Ui::MainWindow form;
+    form.setupUi(&bare);
+    QCOMPARE(bare.windowTitle(), QStringLiteral("MainWindow"));
+    QCOMPARE(form.m_pageTitle->text(), QStringLiteral("DefaultPageTitle"));
+    QVERIFY(!form.m_tabDeckLoader->isChecked());
+    const CMainWindow window;
+    QCOMPARE(window.windowTitle(), QStringLiteral("Tarnel"));
+    QCOMPARE(action(window, "m_pageTitle").text(), QStringLiteral("Load Deck"));
+    QVERIFY(action(window, "m_tabDeckLoader").isChecked());
 }
 
 void CMainWindowFormTest::theTabsHaveTheirTextsAndStates_data()

@@ -318,13 +318,14 @@ void CMainWindowTest::thePagesDieBeforeTheWindowsChildren()
     int withChildren = 0;
     {
         CMainWindow window;
-        const QPointer<QWidget> centre(part<QWidget>(window, "centralwidget"));
+        // The tabs are the window's first children, gone before the stack would end its pages.
+        const QPointer<QAction> firstTab(tab(window, 0));
         const QPointer<QPushButton> button(next(window));
         for (int index = 0; index < stack(window)->count(); ++index) {
             connect(stack(window)->widget(index), &QObject::destroyed, this,
-                    [&deaths, &withChildren, centre, button] {
+                    [&deaths, &withChildren, firstTab, button] {
                         ++deaths;
-                        withChildren += centre != nullptr && button != nullptr ? 1 : 0;
+                        withChildren += firstTab != nullptr && button != nullptr ? 1 : 0;
                     });
         }
     }

@@ -9,6 +9,7 @@ class TestAppSettings : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase() { m_formatAtFirst = CAppSettings::instance()->deckFormat(); }
     void init() { CTestEnvironment::reset(); }
 
     void storeIsTheUsersOwn()
@@ -89,11 +90,13 @@ private slots:
 
     void formatStartsAtZeroAndStays()
     {
-        CAppSettings* settings = CAppSettings::instance();
-        QCOMPARE(settings->deckFormat(), 0);
-        settings->setDeckFormat(11);
+        QCOMPARE(m_formatAtFirst, 0);
+        CAppSettings::instance()->setDeckFormat(11);
         QCOMPARE(CAppSettings::instance()->deckFormat(), 11);
     }
+
+private:
+    int m_formatAtFirst = -1;
 };
 
 TARNEL_TEST_MAIN(TestAppSettings)

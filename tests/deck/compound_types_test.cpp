@@ -1,5 +1,6 @@
 #include "deck/compound_types.h"
 
+#include "app/constants/deck_keys.h"
 #include "tests/support/test_environment.h"
 
 #include <QtTest>
@@ -81,6 +82,51 @@ private slots:
         QFETCH(QString, expected);
         QCOMPARE(size, expectedSize);
         QCOMPARE(layout.join(QLatin1Char(' ')), expected);
+    }
+
+    void failureOfTheLibraryPasses()
+    {
+        // Two members of one name are what HDF5 refuses.
+        DeckKeys::Value = DeckKeys::Name;
+        QVERIFY_EXCEPTION_THROWN(SBasicCmpdType(), H5::DataTypeIException);
+        DeckKeys::initialise();
+    }
+
+    void lengthsOfTheNames()
+    {
+        QCOMPARE(sizeof(SAdvCmpd::name1), std::size_t(256));
+        QCOMPARE(sizeof(SAdvCmpd::name2), std::size_t(256));
+        QCOMPARE(sizeof(SEcmCmpd::name1), std::size_t(512));
+        QCOMPARE(sizeof(SEcmCmpd::name2), std::size_t(512));
+    }
+
+    void furtherMembersOfADatasetAreLeftOut()
+    {
+        struct SWide
+        {
+            double first;
+            SAdvCmpd pair;
+            double last;
+        };
+        H5::CompType wide(sizeof(SWide));
+        wide.insertMember("further", HOFFSET(SWide, first), H5::PredType::NATIVE_DOUBLE);
+        const SAdvCmpdType type;
+        for (unsigned int index = 0; index < 3; ++index) {
+            wide.insertMember(type.getMemberName(index),
+                              HOFFSET(SWide, pair) + type.getMemberOffset(index),
+                              type.getMemberDataType(index));
+        }
+        wide.insertMember("last", HOFFSET(SWide, last), H5::PredType::NATIVE_DOUBLE);
+        const SWide written = {1.0, {"glass", "steel", 2.0}, 3.0};
+        const QTemporaryDir folder;
+        H5::H5File file(folder.filePath("wide.h5").toStdString(), H5F_ACC_TRUNC);
+        H5::DataSet dataset = file.createDataSet("data", wide, H5::DataSpace());
+        dataset.write(&written, wide);
+        SAdvCmpd read = {};
+        dataset.read(&read, type);
+        QCOMPARE(std::string(read.name1), std::string("glass"));
+        QCOMPARE(std::string(read.name2), std::string("steel"));
+        QCOMPARE(read.value, 2.0);
     }
 };
 

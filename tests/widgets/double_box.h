@@ -21,6 +21,7 @@ public:
         setup(minimum, maximum, units, numberDecimals, false, false);
     }
 
+    using CDoubleSpinBox::event;
     using CDoubleSpinBox::lineEdit;
 
     bool isRed() const { return styleSheet() == QLatin1String("color: red;"); }

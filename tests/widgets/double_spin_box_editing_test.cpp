@@ -295,6 +295,9 @@ void DoubleSpinBoxEditingTest::wheelWithoutParentIsIgnored()
     box.setValue(5);
     QVERIFY(!turnWheel(box));
     QCOMPARE(box.value(), 5.0);
+    QWheelEvent turn = notchDown(box);
+    QVERIFY(!box.event(&turn));
+    QVERIFY(!turn.isAccepted());
 }
 
 TARNEL_TEST_MAIN(DoubleSpinBoxEditingTest)

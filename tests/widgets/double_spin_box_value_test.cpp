@@ -1,3 +1,4 @@
+#include "tests/support/own_methods.h"
 #include "tests/support/test_environment.h"
 #include "tests/widgets/double_box.h"
 #include "tests/widgets/minutes.h"
@@ -39,6 +40,7 @@ private slots:
     void minutesAreShownAndStoredAsSeconds();
     void changeOfUnitReachesTheBox();
     void boxThatWasNeverSetUpCanDie();
+    void boxHasItsSignalAndItsSlotsInOrder();
 };
 
 void DoubleSpinBoxValueTest::smallNumberKeepsItsDigits()
@@ -267,6 +269,16 @@ void DoubleSpinBoxValueTest::boxThatWasNeverSetUpCanDie()
     CDoubleSpinBox box;
     box.setValue(0.125);
     QCOMPARE(box.storedValue(), 0.125);
+}
+
+void DoubleSpinBoxValueTest::boxHasItsSignalAndItsSlotsInOrder()
+{
+    QCOMPARE(ownMethods(CDoubleSpinBox::staticMetaObject, QMetaMethod::Signal),
+             QStringList("valueModified(double)"));
+    QCOMPARE(ownMethods(CDoubleSpinBox::staticMetaObject, QMetaMethod::Slot),
+             QStringList({"onUpdateUnits(QString)", "onEditingFinished()", "onSelectionChanged()",
+                          "onCursorPositionChanged(int,int)", "onTextEdited(QString)", "stepDown()",
+                          "stepUp()"}));
 }
 
 TARNEL_TEST_MAIN(DoubleSpinBoxValueTest)

@@ -1,3 +1,4 @@
+#include "tests/support/own_methods.h"
 #include "tests/support/test_environment.h"
 #include "tests/widgets/minutes.h"
 #include "tests/widgets/scroll_page.h"
@@ -67,6 +68,7 @@ private slots:
     void minutesAreTruncated();
     void changeOfUnitReachesTheBox();
     void boxThatWasNeverSetUpCanDie();
+    void boxHasItsSignalAndItsSlotsInOrder();
 };
 
 void IntegerSpinBoxTest::startsWithItsShownValue()
@@ -288,6 +290,16 @@ void IntegerSpinBoxTest::boxThatWasNeverSetUpCanDie()
     CIntegerSpinBox box;
     box.setValue(1);
     QCOMPARE(box.value(), 1);
+}
+
+void IntegerSpinBoxTest::boxHasItsSignalAndItsSlotsInOrder()
+{
+    QCOMPARE(ownMethods(CIntegerSpinBox::staticMetaObject, QMetaMethod::Signal),
+             QStringList("valueModified(int)"));
+    QCOMPARE(ownMethods(CIntegerSpinBox::staticMetaObject, QMetaMethod::Slot),
+             QStringList({"onUpdateUnits(QString)", "onEditingFinished()", "onSelectionChanged()",
+                          "onCursorPositionChanged(int,int)", "onTextEdited(QString)", "stepDown()",
+                          "stepUp()"}));
 }
 
 TARNEL_TEST_MAIN(IntegerSpinBoxTest)

@@ -1,3 +1,4 @@
+#include "tests/support/own_methods.h"
 #include "tests/support/test_environment.h"
 #include "tests/widgets/minutes.h"
 #include "widgets/unit_vocabulary.h"
@@ -5,9 +6,22 @@
 #include "widgets/units_time.h"
 
 #include <QApplication>
+#include <QSignalSpy>
 #include <QtTest>
 
-#include <algorithm>
+namespace {
+
+template <class Array>
+QStringList listOf(const Array& texts)
+{
+    QStringList list;
+    for (const QString& text : texts) {
+        list << text;
+    }
+    return list;
+}
+
+} // namespace
 
 class UnitsConvertersTest : public QObject
 {
@@ -20,6 +34,7 @@ private slots:
     void noneConvertsNothing();
     void labelsNameTheUnitInUse();
     void eachConverterIsMadeOnce();
+    void changeOfTheUnitIsTheOneSignal();
     void vocabularyHoldsTheFamiliesInOrder();
     void vocabularyHoldsTheLabelsInOrder();
 };
@@ -65,24 +80,47 @@ void UnitsConvertersTest::eachConverterIsMadeOnce()
     QCOMPARE(CUnitsTime::instance(), CUnitsTime::instance());
 }
 
+void UnitsConvertersTest::changeOfTheUnitIsTheOneSignal()
+{
+    QCOMPARE(ownMethods(CUnitsConverter::staticMetaObject, QMetaMethod::Signal),
+             QStringList("updateUnits(QString)"));
+    CMinutes minutes;
+    QSignalSpy told(&minutes, &CUnitsConverter::updateUnits);
+    minutes.select(0);
+    QCOMPARE(told.count(), 1);
+    QCOMPARE(told[0][0].toString(), QStringLiteral("s"));
+}
+
 void UnitsConvertersTest::vocabularyHoldsTheFamiliesInOrder()
 {
-    const auto& families = UnitVocabulary::FAMILIES;
-    QCOMPARE(families.front(), QStringLiteral("Other"));
-    QCOMPARE(families[15], QStringLiteral("Time"));
-    QCOMPARE(families.back(), QStringLiteral("Wear Constant"));
-    QCOMPARE(std::count(families.begin(), families.end(), QString()), 0);
+    const QStringList expected =
+        QStringLiteral("Other,None,Acceleration,Angle,Angular Acceleration,"
+                       "Angular Velocity,Density,Energy,Work Function,Force,Charge,Length,"
+                       "Mass,MOI,Shear Modulus,Time,Torque,Velocity,Volume,Frequency,"
+                       "Temperature,Heat Flux,Stiffness,Stress,Mass Flow,"
+                       "Stiffness Per Unit Area,Energy Density,Surface Energy,Pressure,"
+                       "Wear Constant")
+            .split(QLatin1Char(','));
+    QCOMPARE(listOf(UnitVocabulary::FAMILIES), expected);
+    QCOMPARE(expected.size(), 30);
 }
 
 void UnitsConvertersTest::vocabularyHoldsTheLabelsInOrder()
 {
-    const auto& labels = UnitVocabulary::LABELS;
-    QCOMPARE(labels.front(), QStringLiteral("C"));
-    QCOMPARE(labels[4], QStringLiteral("\u00b0C"));
-    QCOMPARE(labels[74], UnitVocabulary::MINUTE);
-    QCOMPARE(labels.back(), QStringLiteral("mHz"));
-    QCOMPARE(std::count(labels.begin(), labels.end(), QStringLiteral("J")), 2);
-    QCOMPARE(std::count(labels.begin(), labels.end(), QString()), 0);
+    const QStringList expected =
+        QStringLiteral("C,J/S,W,nC,°C,°F,K,eV,J,kp/cm²,atm,btu,dyn/cm²,cm³,cm,cm/s²,cm/s,"
+                       "deg,deg/s²,deg/s,dyn,Dyne.cm,erg,fpm/s,ft³,ft,ft-lbf,ft/min,ft/s²,"
+                       "ft/s,g,gcm²,g/cm³,gf,gf-cm,g/min,g/s,Hz,in³,in,in-lbf,in/s²,in/s,"
+                       "J,J/m²,J/m³,kg,kgf,kgf-m,kgm²,kg/m³,kg/h,kg/min,kg/s,ksi,kwh,L,lb,"
+                       "lbf,lbf/ft³,lbf-ft,lbf/ft,lbf-in,lbft²,lb/ft³,lbin²,lb/in³,lb/min,"
+                       "lb/s,m³,m,mg,mg/min,mg/s,min,mm³,mm,mm/s²,mm/s,m/s²,m/s,"
+                       "MetricTonnes/h,N,N/m³,Nm,N/m,N/m²,N/mm²,oz,ozf,oz/min,oz/s,P,Pa,"
+                       "pdl,lbs/in²,lbf/in²,rad,rad/s²,rad/s,rpm,slugft²,slug/ft³,UKTon/h,"
+                       "USTon/h,Torr,kHz,mHz")
+            .split(QLatin1Char(','));
+    QCOMPARE(listOf(UnitVocabulary::LABELS), expected);
+    QCOMPARE(UnitVocabulary::SECOND, QStringLiteral("s"));
+    QCOMPARE(UnitVocabulary::MINUTE, QStringLiteral("min"));
 }
 
 TARNEL_TEST_MAIN(UnitsConvertersTest)
