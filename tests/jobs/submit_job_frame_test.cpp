@@ -7,8 +7,6 @@
 
 #include <QApplication>
 #include <QFileInfo>
-#include <QGroupBox>
-#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMetaMethod>
@@ -18,7 +16,6 @@
 #include <QSignalSpy>
 #include <QStackedWidget>
 #include <QTest>
-#include <QTextEdit>
 
 #include <filesystem>
 
@@ -27,11 +24,6 @@ class SubmitJobFrameTest : public QObject
     Q_OBJECT
 
 private slots:
-    void bearsTheTextsOfItsForm_data();
-    void bearsTheTextsOfItsForm();
-    void keepsTheSizesOfItsForm();
-    void alignsItsLocations();
-    void standsInTheOrderOfItsForm();
     void hasItsSlotsInOrder();
     void startsWithoutAJob();
     void showsTheStoredExecutable();
@@ -56,112 +48,10 @@ private slots:
     void storesTheChosenExecutable();
     void clearsTheExecutableWhenItsDialogIsCancelled();
     void keepsAnExecutableTypedByHandOutOfTheSettings();
+    void loadsByTheExecutableOfTheFieldAndRunsTheStoredOne();
     void takesTheChosenFolder_data();
     void takesTheChosenFolder();
 };
-
-void SubmitJobFrameTest::bearsTheTextsOfItsForm_data()
-{
-    QTest::addColumn<QByteArray>("property");
-    QTest::addColumn<QString>("text");
-    const auto row = [](const char* name, const char* property, const char* text) {
-        QTest::newRow(name) << QByteArray(property) << QString::fromLatin1(text);
-    };
-    row("m_pbJobSaveLocationSelect", "text", "...");
-    row("m_lblJobSaveLocation", "text", "Job Save Location:");
-    row("m_pbGenerateJob", "text", "Generate Job Specification");
-    row("m_pbJobLoadLocationSelect", "text", "...");
-    row("m_lblJobLoadLocation", "text", "Job Load Location:");
-    row("m_pbJobLoad", "text", "Load Job Specification");
-    row("m_lblORVAExeLocation", "text", "ORVA Executable Location:");
-    row("m_pbORVAExeLocationSelect", "text", "...");
-    row("m_gbSimulationExecutionOptions", "title", "Simulation Execution Options");
-    row("m_rbSimulationLocal", "text", "Generate files and Simulate Locally");
-    row("m_rbSimulationDistributed", "text", "Generate Files for Distributed Simulation");
-    row("m_lblConcurrentSims", "text", "Number of Concurrent Simulations:");
-    row("m_sbConcurrentSimulations", "value", "1");
-    row("m_gbOngoingSimulations", "title", "Ongoing Simulations");
-    row("m_gbInspector", "title", "Inspector");
-    row("m_lblJobName", "text", "Select a finished Job to view it's output");
-    row("m_pbStartSimulating", "text", "Start Simulating");
-    row("m_pbCancelSimulating", "text", "Cancel Queued Simulations");
-    row("m_progBarCompletedSimulations", "value", "0");
-    row("m_pbGenerateDistributedFiles", "text", "Generate Distributed Files");
-    row("m_distributedFileProgress", "value", "0");
-    for (const char* name :
-         {"frame_2", "horizontalFrame1", "gridFrame_4", "sw_SimExecution", "m_pageLocalSimulations",
-          "horizontalFrame_5", "m_pageDistributedFiles", "horizontalFrame_4"}) {
-        row(name, "objectName", name);
-    }
-}
-
-void SubmitJobFrameTest::bearsTheTextsOfItsForm()
-{
-    QFETCH(QByteArray, property);
-    QFETCH(QString, text);
-    const CPageFixture fixture;
-    const QWidget* const widget = fixture.widget<QWidget>(QTest::currentDataTag());
-    QCOMPARE(widget->property(property.constData()).toString(), text);
-}
-
-void SubmitJobFrameTest::keepsTheSizesOfItsForm()
-{
-    CPageFixture fixture;
-    QCOMPARE(fixture.page().windowTitle(), QStringLiteral("SubmitJobFrameUI"));
-    for (const char* name :
-         {"m_pbJobSaveLocationSelect", "m_pbJobLoadLocationSelect", "m_pbORVAExeLocationSelect"}) {
-        QCOMPARE(fixture.widget<QPushButton>(name)->size(), QSize(22, 22));
-    }
-    for (const char* name : {"m_leJobSaveLocation", "m_leJobLoadLocation"}) {
-        QCOMPARE(fixture.widget<QLineEdit>(name)->height(), 22);
-    }
-    for (const char* name : {"m_lblJobSaveLocation", "m_lblJobLoadLocation"}) {
-        QCOMPARE(fixture.widget<QLabel>(name)->minimumWidth(), 100);
-    }
-    for (const char* name : {"m_pbGenerateJob", "m_pbJobLoad"}) {
-        QCOMPARE(fixture.widget<QPushButton>(name)->minimumWidth(), 150);
-    }
-    QCOMPARE(fixture.widget<QWidget>("m_sbConcurrentSimulations")->minimumWidth(), 100);
-    QCOMPARE(fixture.widget<QTextEdit>("m_inspectorDetails")->lineWrapMode(), QTextEdit::NoWrap);
-    QVERIFY(fixture.widget<QProgressBar>("m_progBarCompletedSimulations")->isTextVisible());
-}
-
-void SubmitJobFrameTest::alignsItsLocations()
-{
-    CPageFixture fixture;
-    fixture.page().resize(1000, 600);
-    QTest::qWait(1);
-    const auto* const save = fixture.widget<QLineEdit>("m_leJobSaveLocation");
-    for (const char* name : {"m_leJobLoadLocation", "m_leORVAExeLocation"}) {
-        const auto* const edit = fixture.widget<QLineEdit>(name);
-        QCOMPARE(edit->mapTo(&fixture.page(), QPoint()).x(),
-                 save->mapTo(&fixture.page(), QPoint()).x());
-        QCOMPARE(edit->width(), save->width());
-    }
-}
-
-void SubmitJobFrameTest::standsInTheOrderOfItsForm()
-{
-    const QStringList order{"frame_2",
-                            "m_pbJobSaveLocationSelect",
-                            "m_leJobSaveLocation",
-                            "m_lblJobSaveLocation",
-                            "m_pbGenerateJob",
-                            "horizontalFrame1",
-                            "m_pbJobLoadLocationSelect",
-                            "m_leJobLoadLocation",
-                            "m_lblJobLoadLocation",
-                            "m_pbJobLoad"};
-    CPageFixture fixture;
-    QStringList names;
-    for (const char* frame : {"frame_2", "horizontalFrame1"}) {
-        names << frame;
-        for (const QWidget* widget : fixture.widget<QWidget>(frame)->findChildren<QWidget*>()) {
-            names << widget->objectName();
-        }
-    }
-    QCOMPARE(names, order);
-}
 
 void SubmitJobFrameTest::hasItsSlotsInOrder()
 {
@@ -429,6 +319,19 @@ void SubmitJobFrameTest::keepsAnExecutableTypedByHandOutOfTheSettings()
     QCOMPARE(edit->text(), QStringLiteral("/typed"));
     QCOMPARE(CAppSettings::instance()->text(CAppSettings::OrvaExeLocation),
              CPageFixture::simulator());
+}
+
+void SubmitJobFrameTest::loadsByTheExecutableOfTheFieldAndRunsTheStoredOne()
+{
+    CPageFixture fixture;
+    fixture.widget<QLineEdit>("m_leORVAExeLocation")->setText(QStringLiteral("/typed"));
+    CAppSettings::instance()->setValue(CAppSettings::OrvaExeLocation, QStringLiteral("/stored"));
+    const QString job = fixture.loadJob(1);
+    QVERIFY(fixture.modals().texts().isEmpty());
+    fixture.widget<QRadioButton>("m_rbSimulationDistributed")->click();
+    fixture.click("m_pbGenerateDistributedFiles");
+    QCOMPARE(readFile(job + QStringLiteral("/JobFileLocation/RunAllSimulations.bat")),
+             QByteArray("\"/stored\" -i \"Job0/deck0.zek\" -c \n"));
 }
 
 void SubmitJobFrameTest::takesTheChosenFolder_data()

@@ -202,6 +202,7 @@ void CResultsAnalysisFrameTest::anEmptyFieldAsksForADirectory()
     generate();
     QCOMPARE(m_watcher->texts(), QStringList(QStringLiteral("Please enter a directory")));
     QCOMPARE(m_watcher->messages().front().icon, QMessageBox::NoIcon);
+    QCOMPARE(m_watcher->messages().front().title, QString());
     QVERIFY(!m_watcher->messages().front().hasParent);
     QCOMPARE(progress.shown, 0);
 }
