@@ -13,6 +13,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QTextCodec>
 #include <QtTest>
 
 namespace fs = std::filesystem;
@@ -211,12 +212,51 @@ private slots:
     {
         const DeckPaths deck = newDeck(plainDeck(14));
         fs::remove(deck.dataFile);
+        CModalWatcher watcher;
         SPage page;
         page.deckEdit()->setText(text(deck.deck));
+        QVERIFY(watcher.messages().empty());
+        QCOMPARE(page.complete.count(), 1);
         QVERIFY(page.lastAnswer());
         QCOMPARE(records().size(), std::size_t(1));
-        QCOMPARE(records().front().m_sName, std::string("bad data"));
+        QVERIFY(records().front() == CCreatorData("bad data"));
         QCOMPARE(stored(CAppSettings::ZEKPath), text(deck.deck));
+    }
+
+    void pathOutsideAsciiExistsInUtf8AndIsOpenedInTheLocalEncoding_data()
+    {
+        QTest::addColumn<QByteArray>("encoding");
+        QTest::addColumn<QString>("name");
+        QTest::newRow("local is UTF-8") << QByteArray("UTF-8") << QStringLiteral("M\u00fchle");
+        QTest::newRow("local is another") << QByteArray("ISO-8859-1") << QStringLiteral("bad data");
+    }
+    void pathOutsideAsciiExistsInUtf8AndIsOpenedInTheLocalEncoding()
+    {
+        QFETCH(QByteArray, encoding);
+        QFETCH(QString, name);
+        const DeckPaths deck = newDeck(plainDeck(14), "M\xc3\xbchle");
+        QTextCodec* const codec = QTextCodec::codecForLocale();
+        QTextCodec::setCodecForLocale(QTextCodec::codecForName(encoding));
+        SPage page;
+        page.deckEdit()->setText(text(deck.deck));
+        QTextCodec::setCodecForLocale(codec);
+        QVERIFY(page.lastAnswer());
+        QCOMPARE(QString::fromStdString(records().front().m_sName), name);
+        QCOMPARE(stored(CAppSettings::ZEKPath), text(deck.deck));
+    }
+
+    void everyLetterTypedIsAnAnswer()
+    {
+        const DeckPaths deck = newDeck(plainDeck(14));
+        const QString path = text(deck.deck);
+        SPage page;
+        page.deckEdit()->setText(path.chopped(3));
+        QTest::keyClicks(page.deckEdit(), QStringLiteral("zekx"));
+        QCOMPARE(page.complete.count(), 5);
+        QVERIFY(page.complete.at(3).first().toBool());
+        QVERIFY(!page.lastAnswer());
+        QCOMPARE(records().size(), std::size_t(1));
+        QCOMPARE(stored(CAppSettings::ZEKPath), path);
     }
 
     void additionalFilesDecideToo_data()

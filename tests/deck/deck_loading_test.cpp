@@ -4,6 +4,7 @@
 #include "deck/deck_serializer.h"
 #include "tests/deck/deck_test_files.h"
 #include "tests/deck/expected_record.h"
+#include "tests/deck/silent_library.h"
 #include "tests/deck/stream_capture.h"
 #include "tests/support/test_environment.h"
 
@@ -95,6 +96,16 @@ os.replace(sys.argv[1] + '.new', sys.argv[1])
         QVERIFY(record == CCreatorData("bad data"));
         QVERIFY2(printed.contains("HDF5-DIAG"), printed.constData());
         QVERIFY(!fs::exists(deck.dataFile));
+    }
+
+    void theErrorStackOfBadDataIsTheProgramsOwn()
+    {
+        const DeckPaths deck = newDeck(plainDeck(14));
+        fs::remove(deck.dataFile);
+        const CSilentLibrary silence;
+        CStreamCapture error(CStreamCapture::Error);
+        QVERIFY(load(deck) == CCreatorData("bad data"));
+        QCOMPARE(error.text().count("HDF5-DIAG"), 1);
     }
 
     void corruptDataFileIsBadDataAndKeepsItsTime()

@@ -162,8 +162,11 @@ private slots:
         CCreatorData record = read(deck);
         QVERIFY(record == expected);
         CStreamCapture error(CStreamCapture::Error);
+        CStreamCapture output(CStreamCapture::Output);
+        DeckTestFiles::walk(deck, record, CDeckSerializer::Read);
         DeckTestFiles::walk(deck, record, CDeckSerializer::Write);
-        QCOMPARE(error.text(), QByteArray());
+        const QByteArray printed = error.text() + output.text();
+        QVERIFY2(printed.isEmpty(), printed.constData());
     }
 
     void spoiltAttributesKeepTheirTargets_data()

@@ -202,6 +202,7 @@ private slots:
         QCOMPARE(message.text, QStringLiteral("BondCreationTime Particle Custom Property is "
                                               "currently unsupported"));
         QCOMPARE(message.icon, QMessageBox::Warning);
+        QCOMPARE(message.buttons, QStringList(QStringLiteral("OK")));
         QVERIFY(!message.hasParent);
         QVERIFY(record == expectedRecord(description, 2));
     }
@@ -267,6 +268,8 @@ private slots:
             QCOMPARE(message.title, QStringLiteral("Deck Incompatible"));
             QCOMPARE(message.text, Messages::MaterialToken);
             QCOMPARE(message.icon, QMessageBox::Warning);
+            QCOMPARE(message.buttons, QStringList(QStringLiteral("OK")));
+            QVERIFY(!message.hasParent);
         }
         QVERIFY(record == expectedRecord(description, 14));
     }

@@ -1,5 +1,6 @@
 #include "deck/guarded_transfer.h"
 
+#include "tests/deck/silent_library.h"
 #include "tests/deck/stream_capture.h"
 #include "tests/support/test_environment.h"
 
@@ -42,6 +43,14 @@ private slots:
         QCOMPARE(written, output);
         QCOMPARE(errors.contains("HDF5-DIAG"), printsStack);
         QCOMPARE(errors.isEmpty(), !printsStack);
+    }
+
+    void theErrorStackIsPrintedWhereTheLibraryIsSilent()
+    {
+        const CSilentLibrary silence;
+        CStreamCapture standardError(CStreamCapture::Error);
+        GuardedTransfer::run([] { H5::H5File("/nowhere/0.h5", H5F_ACC_RDONLY); });
+        QCOMPARE(standardError.text().count("HDF5-DIAG"), 1);
     }
 
     void aTransferThatSucceedsPrintsNothing()

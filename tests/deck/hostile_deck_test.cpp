@@ -5,6 +5,7 @@
 #include "tests/support/test_environment.h"
 
 #include <QElapsedTimer>
+#include <QSet>
 #include <QtTest>
 
 #include <filesystem>
@@ -162,8 +163,10 @@ private slots:
         changeBytes(deck, QByteArray("value\0\0\0\0\2\0\0", 12),
                     QByteArray("value\0\0\0\1\2\0\0", 12));
         CStreamCapture output(CStreamCapture::Output);
-        QVERIFY(read(deck).m_surfaceSurface.m_hertzMindlinJkr.empty());
-        QVERIFY2(output.text().contains("members outside its elements"), output.text().constData());
+        const CCreatorData record = read(deck);
+        const QByteArray printed = output.text();
+        QVERIFY2(printed.contains("members outside its elements"), printed.constData());
+        QVERIFY(record.m_surfaceSurface.m_hertzMindlinJkr.empty());
     }
 
     void valueShorterThanItsTypeIsNotRead()
@@ -174,8 +177,9 @@ private slots:
                     QByteArray("\3\0\0\0\0\0\0\0\x11\x20\x3f\0\x08\x80", 14));
         CStreamCapture output(CStreamCapture::Output);
         const CForce force = read(deck).m_externalForces.m_magnusLift;
+        const QByteArray printed = output.text();
+        QVERIFY2(printed.contains("shorter than its type"), printed.constData());
         QVERIFY(force.m_steadyFlowVelocity == CForce().m_steadyFlowVelocity);
-        QVERIFY2(output.text().contains("shorter than its type"), output.text().constData());
     }
 
     void attributeInPlaceOfAGroupEndsLikeAMissingGroup()
@@ -253,9 +257,12 @@ private slots:
         CStreamCapture output(CStreamCapture::Output);
         QElapsedTimer timer;
         timer.start();
-        QVERIFY(read(deck) == expected);
-        QVERIFY2(timer.elapsed() < 5000, qPrintable(QString::number(timer.elapsed())));
-        QVERIFY2(output.text().contains("too many"), output.text().constData());
+        const CCreatorData record = read(deck);
+        const qint64 elapsed = timer.elapsed();
+        const QByteArray printed = output.text();
+        QVERIFY2(printed.contains("too many"), printed.constData());
+        QVERIFY(record == expected);
+        QVERIFY2(elapsed < 5000, qPrintable(QString::number(elapsed)));
     }
 
     void deckCutAnywhereIsRefused()
@@ -278,15 +285,19 @@ private slots:
         const QByteArray bytes = DeckTestFiles::bytesOf(deck.dataFile);
         CStreamCapture error(CStreamCapture::Error);
         CStreamCapture output(CStreamCapture::Output);
-        int refused = 0;
+        int written = 0;
+        QSet<QByteArray> ends;
         for (int begin = 0; begin < bytes.size(); begin += 512) {
             QFile file(QString::fromStdString(deck.dataFile.string()));
-            QVERIFY(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
+            written += file.open(QIODevice::WriteOnly | QIODevice::Truncate) ? 1 : 0;
             file.write(QByteArray(bytes).replace(begin, 512, QByteArray(512, '\0')));
             file.close();
-            refused += loadEnd(deck) == "loaded" ? 0 : 1;
+            ends << loadEnd(deck);
         }
-        QVERIFY(refused > 0);
+        output.text();
+        QCOMPARE(written, (bytes.size() + 511) / 512);
+        QVERIFY(ends.contains("loaded"));
+        QVERIFY(ends.contains("bad data"));
     }
 };
 

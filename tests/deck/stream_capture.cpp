@@ -30,14 +30,23 @@ CStreamCapture::CStreamCapture(Stream stream)
 
 CStreamCapture::~CStreamCapture()
 {
+    end();
+}
+
+void CStreamCapture::end()
+{
+    if (m_saved == -1) {
+        return;
+    }
     flushAll();
     dup2(m_saved, m_stream);
     close(m_saved);
+    m_saved = -1;
 }
 
 QByteArray CStreamCapture::text()
 {
-    flushAll();
+    end();
     QFile file(m_file.fileName());
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }

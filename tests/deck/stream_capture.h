@@ -3,7 +3,8 @@
 #include <QByteArray>
 #include <QTemporaryFile>
 
-/// Catches what the process writes to one of its standard streams while it lives.
+/// Catches what the process writes to one of its standard streams until it is asked for it. An
+/// assertion that fails before would go the same way and fail without a word.
 class CStreamCapture
 {
 public:
@@ -15,10 +16,12 @@ public:
     CStreamCapture(const CStreamCapture&) = delete;
     CStreamCapture& operator=(const CStreamCapture&) = delete;
 
-    /// What was written so far.
+    /// What was written; ends the capture.
     QByteArray text();
 
 private:
+    void end();
+
     Stream m_stream;
     int m_saved = -1;
     QTemporaryFile m_file;

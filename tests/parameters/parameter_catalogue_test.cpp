@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QTest>
+#include <QTranslator>
 
 #include <limits>
 #include <stdexcept>
@@ -29,6 +30,20 @@ std::string failureOf(const std::string& label)
     return std::string();
 }
 
+/// Translates every text of one context into one word.
+class CGroupTranslator : public QTranslator
+{
+public:
+    bool isEmpty() const override { return false; }
+
+    QString translate(const char* context, const char* /*text*/, const char* /*comment*/,
+                      int /*count*/) const override
+    {
+        return QLatin1String(context) == QLatin1String("GUI Parameters") ? QStringLiteral("Gruppe")
+                                                                         : QString();
+    }
+};
+
 } // namespace
 
 class CParameterCatalogueTest : public QObject
@@ -47,7 +62,10 @@ private slots:
     void theFirstShapeFactorLabelEndsInABlank();
     void sharedAndEmptyLabelsAreAsSettled();
     void labelListsStandInTheOrderOfTheDeckTuples();
+    void fieldLabelsThatStandInNoList_data();
+    void fieldLabelsThatStandInNoList();
     void treeGroups();
+    void theTreeGroupsAloneAreTranslated();
     void treeLabels_data();
     void treeLabels();
     void secondInitialisationChangesNothing();
@@ -117,6 +135,7 @@ void CParameterCatalogueTest::everyLabelHasItsKindAndBounds()
     QFETCH(int, kind);
     QFETCH(double, first);
     QFETCH(double, second);
+    QCOMPARE(failureOf(QTest::currentDataTag()), std::string());
     const ParameterLimit& limit = limitOf(QTest::currentDataTag());
     QCOMPARE(limit.kind, kind);
     QVERIFY(limit.values == std::vector<double>({first, second}));
@@ -194,6 +213,46 @@ void CParameterCatalogueTest::treeGroups()
     QCOMPARE(Catalogue::ParticleToParticle, QStringLiteral("Particle to Particle"));
     QCOMPARE(Catalogue::ParticleToGeometry, QStringLiteral("Particle to Geometry"));
     QCOMPARE(Catalogue::ParticleBodyForce, QStringLiteral("Particle Body Force"));
+}
+
+void CParameterCatalogueTest::theTreeGroupsAloneAreTranslated()
+{
+    CGroupTranslator translator;
+    QCoreApplication::installTranslator(&translator);
+    Catalogue::initialise();
+    const QStringList groups = {Catalogue::ContactModels, Catalogue::ParticleToParticle,
+                                Catalogue::ParticleToGeometry, Catalogue::ParticleBodyForce};
+    const std::string model = Catalogue::Interactions;
+    const std::string field = Catalogue::Restitution;
+    QCoreApplication::removeTranslator(&translator);
+    Catalogue::initialise();
+    QCOMPARE(groups.count(QStringLiteral("Gruppe")), 4);
+    QCOMPARE(model, std::string("Interactions"));
+    QCOMPARE(field, std::string("Restitution"));
+}
+
+void CParameterCatalogueTest::fieldLabelsThatStandInNoList_data()
+{
+    QTest::addColumn<std::string*>("label");
+    QTest::newRow("Surface Energy") << &Catalogue::SurfaceEnergy;
+    QTest::newRow("Characteristic Velocity") << &Catalogue::CharacteristicVelocity;
+    QTest::newRow("Yield Strength") << &Catalogue::YieldStrength;
+    QTest::newRow("Interfacial Surface energy") << &Catalogue::InterfacialSurfaceEnergy;
+    QTest::newRow("Torque Feedback") << &Catalogue::TorqueFeedback;
+    QTest::newRow("Start Time") << &Catalogue::StartTime;
+    QTest::newRow("Thermal Conductivity") << &Catalogue::ThermalConductivity;
+    QTest::newRow("Geometry Temperature") << &Catalogue::GeometryTemperature;
+    QTest::newRow("Enable Rolling Friction") << &Catalogue::EnableRollingFriction;
+    QTest::newRow("Enable Deformation") << &Catalogue::EnableDeformation;
+    QTest::newRow("Wear Constant") << &Catalogue::WearConstant;
+    QTest::newRow("Heat Capacity") << &Catalogue::HeatCapacity;
+    QTest::newRow("Spherocity") << &Catalogue::Spherocity;
+}
+
+void CParameterCatalogueTest::fieldLabelsThatStandInNoList()
+{
+    QFETCH(std::string*, label);
+    QCOMPARE(*label, std::string(QTest::currentDataTag()));
 }
 
 void CParameterCatalogueTest::treeLabels_data()

@@ -21,6 +21,7 @@ private slots:
     void everyEntryHasItsKeyAndFields();
     void startTimeStandsBeforeTorqueFeedback();
     void fieldsHoldTheDeckNumbersBitForBit();
+    void everyFieldHoldsOneValueAtFirst();
     void indicesRunWithoutAGapInWalkOrder();
     void theForceLabelsAreCrossed();
     void theFlowFlagIsTheLowestByte();
@@ -129,6 +130,23 @@ void CPropertyTreeEntriesTest::fieldsHoldTheDeckNumbersBitForBit()
     QVERIFY(number(key, 0) == awkward);
     QVERIFY(number(key, 1) == 5e-324);
     QVERIFY(std::signbit(number(key, 2)));
+}
+
+void CPropertyTreeEntriesTest::everyFieldHoldsOneValueAtFirst()
+{
+    SBuiltTree built;
+    built.build(fullRecord(), 2);
+    int fields = 0;
+    for (const auto& entry : entries()) {
+        for (const auto& key : entry->m_keys) {
+            for (const auto& field : key->m_fields) {
+                QCOMPARE(field->m_values.size(), std::size_t(1));
+                ++fields;
+            }
+        }
+    }
+    QCOMPARE(fields, built.fieldCount);
+    QVERIFY(fields > 42);
 }
 
 void CPropertyTreeEntriesTest::indicesRunWithoutAGapInWalkOrder()
