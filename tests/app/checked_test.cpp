@@ -76,6 +76,11 @@ void CCheckedTest::textsThatAreNoNumbers()
              std::string("invalid stoi argument"));
     QCOMPARE(failureOf<std::invalid_argument>([] { checked::stoul("-"); }),
              std::string("invalid stoul argument"));
+    // Nothing stands between a sign and its number.
+    QCOMPARE(failureOf<std::invalid_argument>([] { checked::stoul("- 5"); }),
+             std::string("invalid stoul argument"));
+    QCOMPARE(failureOf<std::invalid_argument>([] { checked::stoul("--5"); }),
+             std::string("invalid stoul argument"));
     QCOMPARE(failureOf<std::invalid_argument>([] { checked::stod(""); }),
              std::string("invalid stod argument"));
 }
