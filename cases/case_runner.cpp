@@ -11,6 +11,7 @@
 #include <QStringList>
 #include <QSysInfo>
 
+#include <chrono>
 #include <csignal>
 #include <memory>
 
@@ -20,6 +21,7 @@ namespace cases {
 namespace {
 
 constexpr int ServerPatienceMs = 5000;
+constexpr std::chrono::milliseconds StopPatience(500);
 
 /// What the commands of an analysis call for Python.
 const char* const AnalysisFunction = "analysis";
@@ -143,6 +145,17 @@ QString analyse(const std::string& command, const SBatchCase& batchCase, const S
     return troubleOf(child.process(), "the analysis", note);
 }
 
+/// A cluster that cancels a task signals all of its processes at once, so that a simulator may end
+/// before our own signal has been seen.
+void awaitStop(const SCaseNote& note, CRunControl& control)
+{
+    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGKILL}) {
+        if (note.signal == number) {
+            control.isStoppedWithin(StopPatience);
+        }
+    }
+}
+
 void judge(SCaseNote& note, const QString& trouble, bool stopped)
 {
     note.end = QDateTime::currentDateTimeUtc();
@@ -182,6 +195,7 @@ SCaseNote runCase(const SBatchCase& batchCase, const SRunSetup& setup, CRunContr
     endServer(server.get());
 
     QString trouble = troubleOf(simulator.process(), "the simulator", note);
+    awaitStop(note, control);
     if (trouble.isEmpty() && !control.isStopped()) {
         trouble = analyse(commands.m_sPython, batchCase, setup, control, note);
     } else if (trouble.isEmpty() && !commands.m_sPython.empty()) {

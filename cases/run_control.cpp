@@ -2,10 +2,17 @@
 
 namespace cases {
 
+bool CRunControl::isStoppedWithin(std::chrono::milliseconds patience)
+{
+    std::unique_lock<std::mutex> lock(m_mutex);
+    return m_stop.wait_for(lock, patience, [this] { return m_stopped.load(); });
+}
+
 void CRunControl::stop()
 {
     const std::lock_guard<std::mutex> lock(m_mutex);
     m_stopped = true;
+    m_stop.notify_all();
     for (CKillSwitch* child : m_children) {
         child->end();
     }

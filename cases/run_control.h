@@ -3,6 +3,8 @@
 #include "platform/child_process.h"
 
 #include <atomic>
+#include <chrono>
+#include <condition_variable>
 #include <mutex>
 #include <set>
 
@@ -14,6 +16,9 @@ class CRunControl
 public:
     bool isStopped() const { return m_stopped; }
 
+    /// Waits a little for a stop that may be on its way; whether it came.
+    bool isStoppedWithin(std::chrono::milliseconds patience);
+
     /// Ends every child, those included that are about to start.
     void stop();
 
@@ -22,6 +27,7 @@ public:
 
 private:
     std::mutex m_mutex;
+    std::condition_variable m_stop;
     std::set<CKillSwitch*> m_children;
     std::atomic<bool> m_stopped{false};
 };
