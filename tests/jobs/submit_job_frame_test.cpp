@@ -325,9 +325,10 @@ void SubmitJobFrameTest::loadsByTheExecutableOfTheFieldAndRunsTheStoredOne()
 {
     CPageFixture fixture;
     fixture.widget<QLineEdit>("m_leORVAExeLocation")->setText(QStringLiteral("/typed"));
-    CAppSettings::instance()->setValue(CAppSettings::OrvaExeLocation, QStringLiteral("/stored"));
+    CAppSettings::instance()->setValue(CAppSettings::OrvaExeLocation, QString());
     const QString job = fixture.loadJob(1);
     QVERIFY(fixture.modals().texts().isEmpty());
+    CAppSettings::instance()->setValue(CAppSettings::OrvaExeLocation, QStringLiteral("/stored"));
     fixture.widget<QRadioButton>("m_rbSimulationDistributed")->click();
     fixture.click("m_pbGenerateDistributedFiles");
     QCOMPARE(readFile(job + QStringLiteral("/JobFileLocation/RunAllSimulations.bat")),
