@@ -27,6 +27,12 @@ CommandContext contextOfStore(const CommandDialect& dialect)
     return context;
 }
 
+/// A job may have been named by a relative path, yet a simulator runs in its case root.
+std::string absolutePath(const std::string& path)
+{
+    return path.empty() ? path : std::filesystem::absolute(path).string();
+}
+
 /// Composes the commands of one case.
 class Composer
 {
@@ -87,7 +93,8 @@ private:
 
     std::string dfgPath() const
     {
-        return m_context.m_bLocal ? argument(0) : inFolder(m_deck + FileNames::DfgExtension);
+        return m_context.m_bLocal ? absolutePath(argument(0))
+                                  : inFolder(m_deck + FileNames::DfgExtension);
     }
 
     const std::string& argument(std::size_t index) const
@@ -139,7 +146,7 @@ CommandContext localContext(const std::string& caseRoot, const std::string& pyth
 {
     CommandContext context = contextOfStore(localDialect());
     context.m_bLocal = true;
-    context.m_sPrefix = caseRoot + "/";
+    context.m_sPrefix = absolutePath(caseRoot) + "/";
     context.m_sPython = pythonWord;
     return context;
 }

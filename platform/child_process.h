@@ -40,7 +40,8 @@ public:
     /// The id may belong to somebody else from now on.
     void disarm();
 
-    /// Ends the child at once, elsewhere than on Windows with its whole process group.
+    /// Ends the child at once, elsewhere than on Windows with its whole process group, on Linux
+    /// with what it has started in other groups as well.
     void end();
 
     /// Asks the child's process group to end, where the platform knows such a request.

@@ -7,6 +7,16 @@
 #endif
 #include <unistd.h>
 
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace fs = std::filesystem;
+
 namespace {
 
 pid_t startingProcess = 0;
@@ -21,6 +31,58 @@ void endWithParent()
         ::_exit(1);
     }
 #endif
+}
+
+/// The parent of a process, 0 where there is none of that name.
+pid_t parentOf(const std::string& process)
+{
+    std::ifstream stream("/proc/" + process + "/stat");
+    const std::string text{std::istreambuf_iterator<char>(stream),
+                           std::istreambuf_iterator<char>()};
+    // State and parent stand behind the name in parentheses, which may hold anything.
+    const std::size_t name = text.rfind(')');
+    std::istringstream fields(name == std::string::npos ? std::string() : text.substr(name + 1));
+    std::string state;
+    pid_t parent = 0;
+    fields >> state >> parent;
+    return parent;
+}
+
+/// What a process has started, and what that has started. Nothing where the system has no /proc.
+std::vector<pid_t> descendantsOf(pid_t ancestor)
+{
+    std::multimap<pid_t, pid_t> children;
+    std::error_code error;
+    for (fs::directory_iterator entry("/proc", error), end; !error && entry != end;
+         entry.increment(error)) {
+        const std::string name = entry->path().filename().string();
+        if (name.find_first_not_of("0123456789") == std::string::npos) {
+            children.emplace(parentOf(name), static_cast<pid_t>(std::stol(name)));
+        }
+    }
+    std::vector<pid_t> found{ancestor};
+    for (std::size_t index = 0; index < found.size(); ++index) {
+        const auto [first, last] = children.equal_range(found[index]);
+        for (auto child = first; child != last; ++child) {
+            found.push_back(child->second);
+        }
+    }
+    found.erase(found.begin());
+    return found;
+}
+
+/// The group and what has left it, which a launcher of parallel processes does.
+void endTree(pid_t child)
+{
+    // Stopped, it starts nothing more between the look and the end.
+    ::kill(-child, SIGSTOP);
+    ::kill(child, SIGSTOP);
+    const std::vector<pid_t> descendants = descendantsOf(child);
+    ::kill(-child, SIGKILL);
+    ::kill(child, SIGKILL);
+    for (const pid_t descendant : descendants) {
+        ::kill(descendant, SIGKILL);
+    }
 }
 
 } // namespace
@@ -87,8 +149,11 @@ void CKillSwitch::fulfil()
     if (m_wish == Wish::None || m_processId <= 0) {
         return;
     }
-    const int signalNumber = m_wish == Wish::End ? SIGKILL : SIGTERM;
     const pid_t child = static_cast<pid_t>(m_processId);
-    ::kill(-child, signalNumber);
-    ::kill(child, signalNumber);
+    if (m_wish == Wish::End) {
+        endTree(child);
+        return;
+    }
+    ::kill(-child, SIGTERM);
+    ::kill(child, SIGTERM);
 }

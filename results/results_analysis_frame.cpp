@@ -23,9 +23,10 @@ namespace fs = std::filesystem;
 
 namespace {
 
+/// A path made of wide characters would refuse those outside ASCII in the neutral locale.
 fs::path pathOf(const QString& text)
 {
-    return fs::path(text.toStdWString());
+    return fs::u8path(text.toStdString());
 }
 
 /// Runs a task off the GUI thread and keeps the window alive until it has ended, well or by an

@@ -86,6 +86,21 @@ os.replace(sys.argv[1] + '.new', sys.argv[1])
         QVERIFY(fs::last_write_time(deck.dataFile) == time);
     }
 
+    /// The library cuts such a file when it closes it after it was open for writing.
+    void bytesBehindTheDataStay()
+    {
+        const DeckPaths deck = newDeck(fullDeck(14));
+        const QByteArray whole = DeckTestFiles::bytesOf(deck.dataFile) + QByteArray(100, 'x');
+        QFile file(text(deck.dataFile));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        QCOMPARE(file.write(whole), qint64(whole.size()));
+        file.close();
+        const auto time = DeckTestFiles::makeOld(deck.dataFile);
+        QVERIFY(load(deck) == expectedRecord(fullDeck(14), 14, "hopper"));
+        QVERIFY(DeckTestFiles::bytesOf(deck.dataFile) == whole);
+        QVERIFY(fs::last_write_time(deck.dataFile) == time);
+    }
+
     void missingDataFileIsBadDataWithTheErrorStack()
     {
         const DeckPaths deck = newDeck(plainDeck(14));

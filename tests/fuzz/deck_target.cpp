@@ -6,8 +6,11 @@
 #include "tests/fuzz/targets.h"
 
 #include <cstdlib>
+#include <fstream>
 #include <iostream>
+#include <iterator>
 #include <stdexcept>
+#include <string>
 
 namespace {
 
@@ -36,6 +39,17 @@ void requireNothingOpen()
     }
 }
 
+/// A deck is only read, however damaged it is.
+void requireUnchanged(const std::string& path, std::string_view bytes)
+{
+    std::ifstream stream(path, std::ios::binary);
+    const std::string now{std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    if (now != bytes) {
+        std::cerr << "the deck was changed" << std::endl;
+        std::abort();
+    }
+}
+
 } // namespace
 
 void FuzzTargets::deck(std::string_view bytes)
@@ -43,6 +57,8 @@ void FuzzTargets::deck(std::string_view bytes)
     // A deck read before would change which names this one is asked for.
     DeckKeys::initialise();
     CAppSettings::instance()->setDeckFormat(14);
-    readDeck(ScratchFolder::write("0.h5", bytes).string());
+    const std::string path = ScratchFolder::write("0.h5", bytes).string();
+    readDeck(path);
     requireNothingOpen();
+    requireUnchanged(path, bytes);
 }

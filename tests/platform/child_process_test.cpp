@@ -16,6 +16,8 @@ class ChildProcessTest : public QObject
 private slots:
     void endsAChildThatRuns();
     void endsWhatTheChildHasStarted();
+    void endsWhatLostItsParentInTheChildsGroup();
+    void endsWhatHasLeftTheChildsGroup();
     void endsAChildThatIsArmedLater();
     void asksAChildToEnd();
     void leavesAChildThatDidNotStart();
@@ -64,6 +66,37 @@ void ChildProcessTest::endsWhatTheChildHasStarted()
     kill.end();
     QVERIFY(process.waitForFinished(1000));
     QTRY_VERIFY(!isAlive(grandchild));
+}
+
+void ChildProcessTest::endsWhatLostItsParentInTheChildsGroup()
+{
+    CChildProcess process;
+    startShell(process, "(sleep 30 & echo $!); echo the parent has ended; exec sleep 30");
+    CKillSwitch kill;
+    kill.arm(process.processId());
+    const QByteArray orphan = firstLine(process);
+    QCOMPARE(firstLine(process), QByteArray("the parent has ended"));
+    QVERIFY(isAlive(orphan));
+    kill.end();
+    QVERIFY(process.waitForFinished(1000));
+    QTRY_VERIFY_WITH_TIMEOUT(!isAlive(orphan), 1000);
+}
+
+/// As a launcher of parallel processes starts them.
+void ChildProcessTest::endsWhatHasLeftTheChildsGroup()
+{
+#ifndef __linux__
+    QSKIP("only the process group is ended here");
+#endif
+    CChildProcess process;
+    startShell(process, "setsid sleep 30 & echo $!; wait");
+    CKillSwitch kill;
+    kill.arm(process.processId());
+    const QByteArray descendant = firstLine(process);
+    QVERIFY(isAlive(descendant));
+    kill.end();
+    QVERIFY(process.waitForFinished(1000));
+    QTRY_VERIFY_WITH_TIMEOUT(!isAlive(descendant), 1000);
 }
 
 void ChildProcessTest::endsAChildThatIsArmedLater()

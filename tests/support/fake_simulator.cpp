@@ -117,6 +117,7 @@ std::map<QString, Behaviour> behaviours()
          [](const Case&, const QString& hex) { print(QByteArray::fromHex(hex.toLatin1())); }},
         {"long output",
          [](const Case&, const QString& size) { print(QByteArray(size.toInt(), 'x')); }},
+        {"close output", [](const Case&, const QString&) { std::fclose(stdout); }},
         {"await", [](const Case&, const QString&) { print("Awaiting Client connection...\r\n"); }},
         {"complain",
          [](const Case&, const QString& text) { std::fputs(qPrintable(text), stderr); }},
@@ -135,6 +136,12 @@ std::map<QString, Behaviour> behaviours()
         {"time step",
          [dataFile](const Case& theCase, const QString&) {
              write(dataFile(theCase, "1.h5"), "a time step");
+         }},
+        {"time steps",
+         [dataFile](const Case& theCase, const QString& count) {
+             for (int step = 1; step <= count.toInt(); ++step) {
+                 write(dataFile(theCase, qPrintable(QString::number(step))), "a time step");
+             }
          }},
         {"csv",
          [](const Case& theCase, const QString&) {

@@ -1,5 +1,7 @@
 #include "tests/support/processes.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFile>
 
 #include <signal.h>
@@ -15,6 +17,14 @@ QByteArray statusOf(const QByteArray& processId)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/// State, parent and the rest, which stand behind the name in parentheses; it may hold anything.
+QList<QByteArray> fieldsOf(const QByteArray& processId)
+{
+    const QByteArray status = statusOf(processId);
+    return status.isEmpty() ? QList<QByteArray>()
+                            : status.mid(status.lastIndexOf(')') + 2).split(' ');
+}
+
 } // namespace
 
 bool processExists(const QByteArray& processId)
@@ -24,9 +34,21 @@ bool processExists(const QByteArray& processId)
 
 bool isAlive(const QByteArray& processId)
 {
-    const QByteArray status = statusOf(processId);
-    // The state stands behind the name, which is in parentheses and may hold anything.
-    return !status.isEmpty() && status.mid(status.lastIndexOf(')') + 2, 1) != "Z";
+    const QList<QByteArray> fields = fieldsOf(processId);
+    return !fields.isEmpty() && fields.first() != "Z";
+}
+
+QList<QByteArray> zombies()
+{
+    const QByteArray own = QByteArray::number(QCoreApplication::applicationPid());
+    QList<QByteArray> found;
+    for (const QString& name : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
+        const QList<QByteArray> fields = fieldsOf(name.toLatin1());
+        if (fields.value(0) == "Z" && fields.value(1) == own) {
+            found.append(name.toLatin1());
+        }
+    }
+    return found;
 }
 
 void endProcess(const QByteArray& processId)
