@@ -69,8 +69,7 @@ std::optional<std::size_t> caseNumber(std::string_view digits)
     std::size_t number = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), number);
     const bool whole = error == std::errc() && end == digits.data() + digits.size();
-    // A number has one way to be written; "Job007" was never made.
-    return whole && std::to_string(number) == digits ? std::optional(number) : std::nullopt;
+    return whole ? std::optional(number) : std::nullopt;
 }
 
 /// Takes `"Job<n>/<deck><n>.zek"` apart.
@@ -185,8 +184,8 @@ bool readServer(std::string_view text, SBatchCase& batchCase)
     return true;
 }
 
-/// Whether the wizard would have written these very lines for the case.
-bool comesOutAlike(const SBatchCase& batchCase, const std::string& line, const std::string& server)
+/// Whether the wizard would have written this very line for the case.
+bool comesOutAlike(const SBatchCase& batchCase, const std::string& line)
 {
     CommandContext context{&batchDialect(),
                            false,
@@ -202,7 +201,7 @@ bool comesOutAlike(const SBatchCase& batchCase, const std::string& line, const s
         ++context.m_recordCount; // not the last case
     }
     const CaseCommands commands = composeCommands(context, batchCase.number);
-    return commands.m_sSimulator + commands.m_sPython == line && commands.m_sCoupling == server;
+    return commands.m_sSimulator + commands.m_sPython == line;
 }
 
 /// The lines of the file without their ends, of which a carriage return may stand on either side.
@@ -250,7 +249,7 @@ std::vector<SBatchCase> readBatch(const std::string& text)
         SBatchCase batchCase;
         const bool read = readCommand(line, batchCase) &&
                           (server.empty() || readServer(server, batchCase)) &&
-                          comesOutAlike(batchCase, line, server);
+                          comesOutAlike(batchCase, line);
         if (!read) {
             refuse(i, "isn't understood: " + line);
         }
