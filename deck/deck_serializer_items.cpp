@@ -135,9 +135,7 @@ void writeTexts(const H5::DataSet& dataset, const std::vector<std::string>& text
         pointers.push_back(text.c_str());
     }
     if (!pointers.empty()) {
-        H5::StrType type(H5::PredType::C_S1, H5T_VARIABLE);
-        // HDF5 doesn't convert between character sets; the values would stand beside other texts.
-        type.setCset(dataset.getStrType().getCset());
+        const H5::StrType type(H5::PredType::C_S1, H5T_VARIABLE);
         dataset.write(pointers.data(), type, H5::DataSpace::ALL, H5::DataSpace::ALL);
     }
 }

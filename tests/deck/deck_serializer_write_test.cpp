@@ -313,28 +313,6 @@ with h5py.File(sys.argv[1], 'r+') as f:
         QCOMPARE(rawTypes(deck, "Haider and Levenspiel Drag"), haider);
     }
 
-    void shapesOfTheOtherCharacterSetAreWrittenBesideTheirValues()
-    {
-        const DeckPaths deck = newDeck(fullDeck(14));
-        const QString script = QStringLiteral(R"(
-import h5py, sys
-with h5py.File(sys.argv[1], 'r+') as f:
-    drag = f['/CreatorData/0/PhysicsModels/ExternalForces/Ganser Drag']
-    del drag['type']
-    drag.create_dataset('type', data=['sphere', 'chip'], dtype=h5py.string_dtype('utf-8'))
-)");
-        const auto end =
-            DeckTestFiles::runPython(script, {QString::fromStdString(deck.dataFile.string())});
-        QVERIFY2(end.exitCode == 0, end.error.constData());
-        CCreatorData record = read(deck);
-        record.m_externalForces.m_ganserDrag.m_shapeFactors = {{"chip", 3.5}, {"sphere", 4.5}};
-        CStreamCapture error(CStreamCapture::Error);
-        write(deck, record);
-        QCOMPARE(error.text(), QByteArray());
-        const std::vector<std::string> expected = {"chip=3.5", "sphere=4.5"};
-        QCOMPARE(rawTypes(deck, "Ganser Drag"), expected);
-    }
-
     void writingNamesTheForcesOfTheFile()
     {
         const DeckPaths deck = newDeck(fullDeck(14));
