@@ -245,11 +245,11 @@ void CTabOrderTest::altAndAnArrowTurnThePages()
     open(1);
     find("m_pbNextButton")->setEnabled(true);
     // A button that is pressed by its shortcut shows it for a moment first.
-    QTest::keyClick(m_window.get(), Qt::Key_Right, Qt::AltModifier);
+    QTest::keyClick(currentPage(), Qt::Key_Right, Qt::AltModifier);
     QTRY_COMPARE(stack->currentIndex(), 2);
-    QTest::keyClick(m_window.get(), Qt::Key_Left, Qt::AltModifier);
+    QTest::keyClick(currentPage(), Qt::Key_Left, Qt::AltModifier);
     QTRY_COMPARE(stack->currentIndex(), 1);
-    QTest::keyClick(m_window.get(), Qt::Key_Left, Qt::AltModifier);
+    QTest::keyClick(currentPage(), Qt::Key_Left, Qt::AltModifier);
     QTRY_COMPARE(stack->currentIndex(), 0);
 }
 
