@@ -8,8 +8,12 @@
 #include "results/results_analysis_frame.h"
 #include "setup/post_processing_frame.h"
 #include "setup/processing_options_frame.h"
+#include "widgets/keyboard_click.h"
 
+#include <QListWidget>
 #include <QMessageBox>
+#include <QTableWidget>
+#include <QTreeWidget>
 
 CConnectionTable<CMainWindow> CMainWindow::s_connections;
 
@@ -22,6 +26,16 @@ Page* makePage(QStackedWidget* stack, const char* name)
     page->setObjectName(QLatin1String(name));
     stack->addWidget(page);
     return page;
+}
+
+/// The last widget below `window` that the tab key reaches.
+QWidget* lastTabStop(QWidget* window)
+{
+    QWidget* widget = window->previousInFocusChain();
+    while (widget != window && (widget->focusPolicy() & Qt::TabFocus) == 0) {
+        widget = widget->previousInFocusChain();
+    }
+    return widget;
 }
 
 QString titleOfWindow()
@@ -39,6 +53,7 @@ CMainWindow::CMainWindow()
 {
     setupUi(this);
     makePages();
+    openToKeyboard();
     setWindowIcon(Icons::MainWindow);
     setWindowTitle(titleOfWindow());
     setupConnections();
@@ -65,6 +80,20 @@ void CMainWindow::makePages()
         makePage<CProcessingOptionsFrame>(m_editStack, "m_pageProcessingOptions");
     m_pageSubmitJob = makePage<CSubmitJobFrame>(m_editStack, "m_pageSubmitJob");
     m_pageResultsAnalysis = makePage<CResultsAnalysisFrame>(m_editStack, "m_pageResultsAnalysis");
+}
+
+void CMainWindow::openToKeyboard()
+{
+    // The pages were made behind the buttons that stand below them.
+    setTabOrder(lastTabStop(this), m_pbBackButton);
+    setTabOrder(m_pbBackButton, m_pbNextButton);
+    for (auto* view : m_editStack->findChildren<QAbstractItemView*>()) {
+        if (qobject_cast<QTreeWidget*>(view) != nullptr ||
+            qobject_cast<QListWidget*>(view) != nullptr ||
+            qobject_cast<QTableWidget*>(view) != nullptr) {
+            new CKeyboardClick(view);
+        }
+    }
 }
 
 void CMainWindow::setupConnections()

@@ -35,6 +35,7 @@ private slots:
 private:
     /// Makes the pages, each a child of the stack: one of them is shown in its own constructor.
     void makePages();
+    void openToKeyboard();
     void setupConnections();
     std::vector<QMetaObject::Connection> connectTabs();
     std::vector<QMetaObject::Connection> connectStages();

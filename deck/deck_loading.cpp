@@ -2,15 +2,13 @@
 
 #include "deck/deck_files.h"
 #include "deck/deck_serializer.h"
+#include "platform/write_access.h"
 
 #include <QFile>
 
 #include <H5Cpp.h>
 
-#include <algorithm>
-#include <array>
 #include <filesystem>
-#include <fstream>
 #include <system_error>
 
 namespace fs = std::filesystem;
@@ -42,45 +40,17 @@ private:
     fs::file_time_type m_time;
 };
 
-/// Whether something stands in the file behind the library's data. The library cuts it off when it
-/// closes a file that it may write to.
-bool hasMoreBehindItsData(const std::string& path)
-{
-    const H5::H5File file(path, H5F_ACC_RDONLY);
-    haddr_t end = 0;
-    std::error_code error;
-    return H5Fget_eoa(file.getId(), &end) < 0 || end != fs::file_size(path, error);
-}
-
-/// Whether the file names a driver of its own, which no deck does. The library would write what it
-/// takes for the driver's block when it closes a file that it may write to, wherever that lies.
-bool namesADriver(const std::string& path)
-{
-    constexpr int versionAt = 8;
-    constexpr int sizeOfAddressesAt = 13;
-    std::ifstream stream(path, std::ios::binary);
-    std::array<char, 60> block = {};
-    stream.read(block.data(), block.size());
-    const int version = block[versionAt];
-    if (version > 1 || block[sizeOfAddressesAt] != 8) {
-        return false;
-    }
-    const auto* const address = block.begin() + (version == 0 ? 48 : 52);
-    return std::any_of(address, address + 8, [](char byte) { return byte != '\xff'; });
-}
-
+/// A deck that can't be written to is refused, but it is read without the right to write: of a
+/// damaged one, or of one with bytes behind its data, the library would change something when it
+/// closes it.
 void openAndWalk(CDeckSerializer& serializer, const std::string& path, CCreatorData& record)
 {
     H5check();
     H5open();
-    if (!hasMoreBehindItsData(path) && !namesADriver(path)) {
-        // A deck that can't be written to is refused. Nothing but the destructor closes a file
-        // here: after a close that failed the library doesn't survive another.
-        const H5::H5File writable(path, H5F_ACC_RDWR);
-    }
-    // Read without the right to write: the library marks what it repaired while it decoded a
-    // damaged object as changed, and would write it back.
-    H5::H5File file(path, H5F_ACC_RDONLY);
+    // Where it can't be written, the library is asked to and says itself what is wrong.
+    const unsigned int access = platform::canBeWritten(path) ? H5F_ACC_RDONLY : H5F_ACC_RDWR;
+    // The destructor alone closes it: after a close that failed the library survives no other.
+    H5::H5File file(path, access);
     serializer.walk(file, record, CDeckSerializer::Read);
 }
 

@@ -193,6 +193,7 @@ QTableWidgetItem* CParameterEditorFrame::addColumn(const CaseValue& value, int c
     m_tableWidget->insertColumn(column);
     m_tableWidget->setItem(0, column, item);
     m_tableWidget->setCellWidget(0, column, cell);
+    setTabOrder(m_tableWidget, cell->editor());
     cell->setValue(value);
     cell->addConnection(connect(cell, &CTableItem::itemChanged, this,
                                 [this](QTableWidgetItem* edited) { editValues(Edit, edited); }));

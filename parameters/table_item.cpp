@@ -83,6 +83,12 @@ void CTableItem::place(QWidget* editor)
     m_layout->addWidget(editor);
 }
 
+QWidget* CTableItem::editor() const
+{
+    QLayoutItem* const placed = m_layout->itemAt(0);
+    return placed != nullptr ? placed->widget() : nullptr;
+}
+
 void CTableItem::setValue(CaseValue value)
 {
     m_value = value;

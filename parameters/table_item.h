@@ -30,6 +30,9 @@ public:
     /// bool, the others a double.
     void setValue(CaseValue value);
 
+    /// The box that shows the value; null where the limit is of no kind.
+    QWidget* editor() const;
+
     void setEditable(bool editable);
 
     /// Strikes the cell out: the deck's value takes no part in the job once there is a variance.

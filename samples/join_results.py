@@ -2,17 +2,22 @@
 """Sample: joins the cases' inputs with their results on the case number.
 
     join_results.py input_jobID-Matrix.csv CollatedResults.csv [--response "Run-out (m)"]
-                    [--measured 0.26] [--plot response.png]
+                    [--measured 0.248] [--plot response.png]
 
 Prints one line per case: its number, the parameters that vary, the response and, with a measured
 value, the distance to it. A response is the last value of a result in the simulator's layout, or
-a column of the sample's analysis script. The plot needs matplotlib; nothing else does.
+a column of the sample's analysis script. The plot shows the response over each parameter that
+varies, a line for each combination of the others, and the measured value. It needs matplotlib;
+nothing else does.
 """
 
 import argparse
 import csv
 import pathlib
 import sys
+
+
+MOST_TICKS = 8
 
 
 def parse_arguments():
@@ -99,6 +104,29 @@ def print_table(names, joined, measured):
         print(f"nearest to {measured:g}: case {nearest[0]}")
 
 
+def series_by_other_values(joined, i):
+    """For each combination of the other parameters' values, its points over parameter i."""
+    series = {}
+    for _, values, _, value in joined:
+        others = tuple(values[:i] + values[i + 1:])
+        series.setdefault(others, []).append((values[i], value))
+    return {others: sorted(points) for others, points in sorted(series.items())}
+
+
+def plot_parameter(panel, names, joined, i):
+    others = [name for j, name in enumerate(names) if j != i]
+    for values, points in series_by_other_values(joined, i).items():
+        label = ", ".join(f"{value:g}" for value in values)
+        panel.plot(*zip(*points), "o-", label=label or None)
+    tried = sorted({row[1][i] for row in joined})
+    if len(tried) <= MOST_TICKS:
+        panel.set_xticks(tried)
+    panel.set_xlabel(names[i])
+    panel.grid(alpha=0.3)
+    if others:
+        panel.legend(title=",\n".join(others), fontsize="small", title_fontsize="small")
+
+
 def plot(names, joined, measured, target):
     try:
         import matplotlib
@@ -106,14 +134,19 @@ def plot(names, joined, measured, target):
         raise ValueError("a plot needs matplotlib, which is not installed") from None
     matplotlib.use("Agg")
     from matplotlib import pyplot
-    figure, panels = pyplot.subplots(1, max(1, len(names)), squeeze=False, sharey=True)
-    for i, (panel, name) in enumerate(zip(panels[0], names)):
-        panel.plot([row[1][i] for row in joined], [row[3] for row in joined], "o")
-        panel.set_xlabel(name)
+    if not names:
+        raise ValueError("no parameter varies, there is nothing to plot against")
+    figure, panels = pyplot.subplots(1, len(names), squeeze=False, sharey=True,
+                                     figsize=(4.5 * len(names), 4), layout="constrained")
+    for i, panel in enumerate(panels[0]):
+        plot_parameter(panel, names, joined, i)
         if measured is not None:
-            panel.axhline(measured, linestyle="--")
+            panel.axhline(measured, color="black", linestyle="--")
+    if measured is not None:
+        panels[0][-1].annotate(f"measured\n{measured:g}", (1, measured), xytext=(4, 0), va="center",
+                               xycoords=("axes fraction", "data"), textcoords="offset points")
     panels[0][0].set_ylabel(joined[0][2])
-    figure.savefig(target)
+    figure.savefig(target, dpi=100)
 
 
 def main():

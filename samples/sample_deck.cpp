@@ -41,8 +41,8 @@ DeckDescription columnDeck()
 void copyCompanions(const std::filesystem::path& folder)
 {
     std::filesystem::create_directories(folder / "stand_ins");
-    for (const char* name :
-         {"column.dfg", "column.qsv", "box.txt", "analyse.py", "stand_ins/conda"}) {
+    for (const char* name : {"column.dfg", "column.qsv", "box.txt", "analyse.py", "join_results.py",
+                             "stand_ins/conda"}) {
         const auto source = std::filesystem::path(SAMPLE_COMPANIONS) / name;
         std::filesystem::copy_file(source, folder / name,
                                    std::filesystem::copy_options::overwrite_existing);

@@ -74,8 +74,16 @@ struct SOptions
 {
     CSampleRoad::SPlaces places;
     Road road = Road::Export;
+    QSize window; ///< empty for the size that the forms ask for
     bool stay = false;
 };
+
+/// "1280x800"; an empty size for anything else.
+QSize sizeOf(const QString& text)
+{
+    const QStringList sides = text.split(QLatin1Char('x'));
+    return sides.size() == 2 ? QSize(sides[0].toInt(), sides[1].toInt()) : QSize();
+}
 
 SOptions parsedOptions(const QApplication& application)
 {
@@ -94,14 +102,19 @@ SOptions parsedOptions(const QApplication& application)
     const QCommandLineOption road(QStringLiteral("road"),
                                   QStringLiteral("none, export, python or distributed."),
                                   QStringLiteral("road"), QStringLiteral("export"));
+    const QCommandLineOption window(QStringLiteral("window"),
+                                    QStringLiteral("Size of the window, for instance 1280x800."),
+                                    QStringLiteral("size"));
     const QCommandLineOption stay(QStringLiteral("stay"),
                                   QStringLiteral("Leave the window open at the end."));
-    parser.addOptions({sample, work, pictures, road, stay});
+    parser.addOptions({sample, work, pictures, road, window, stay});
     parser.process(application);
-    if (roads().count(parser.value(road)) == 0 || !parser.isSet(sample)) {
+    SOptions options;
+    options.window = sizeOf(parser.value(window));
+    if (roads().count(parser.value(road)) == 0 || !parser.isSet(sample) ||
+        parser.isSet(window) == options.window.isEmpty()) {
         parser.showHelp(2);
     }
-    SOptions options;
     options.places.sample = QDir(QDir(parser.value(sample)).absolutePath());
     options.places.work = QDir(QDir(parser.value(work)).absolutePath());
     options.places.pictures = parser.value(pictures);
@@ -155,6 +168,9 @@ int main(int argc, char** argv)
                        options.places.work.filePath(QStringLiteral("settings")));
     startup::fillConstants();
     CMainWindow window;
+    if (!options.window.isEmpty()) {
+        window.resize(options.window);
+    }
     window.show();
     const bool shown = QTest::qWaitForWindowExposed(&window);
     try {

@@ -78,7 +78,9 @@ QString CSampleRoad::play(Road road)
     if (road == Road::Python) {
         awaitAnalyses();
     }
-    return collate();
+    const QString combined = collate();
+    photographCoupling();
+    return combined;
 }
 
 void CSampleRoad::loadDeck()
@@ -178,6 +180,8 @@ void CSampleRoad::runCases()
     demand(bar->value() == bar->maximum(), QStringLiteral("Not every case has ended."));
     m_say(
         QStringLiteral("Submit Job: %1 cases have run below %2").arg(bar->value()).arg(caseRoot()));
+    m_hand.chooseRow(QStringLiteral("m_listOngoingSimulations"), QStringLiteral("column2"));
+    next(QStringLiteral("5-submit-job-inspector.png"));
 }
 
 void CSampleRoad::awaitAnalyses()
@@ -214,4 +218,18 @@ QString CSampleRoad::collate()
     const QString combined = QDir(caseRoot()).filePath(QStringLiteral("CollatedResults.csv"));
     m_say(QStringLiteral("Results Analysis: %1").arg(combined));
     return combined;
+}
+
+void CSampleRoad::photographCoupling()
+{
+    if (m_places.pictures.isEmpty()) {
+        return;
+    }
+    const QFileInfo simulator(m_places.simulator);
+    m_hand.openTab(QStringLiteral("m_tabProcessingOptions"));
+    m_hand.click(QStringLiteral("gbCouplingServer"));
+    m_hand.type(QStringLiteral("m_leCouplingLocation"),
+                simulator.dir().filePath(QStringLiteral("coupling_sample")));
+    m_hand.type(QStringLiteral("leCouplingCommand"), QStringLiteral("3"));
+    next(QStringLiteral("4-processing-options-coupling.png"));
 }

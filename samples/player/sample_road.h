@@ -42,6 +42,8 @@ private:
     void awaitAnalyses();
     QString writeDistributedFiles();
     QString collate();
+    /// No step of the sample: shows what a deck with a coupling server would take.
+    void photographCoupling();
     void next(const QString& picture);
     QString caseRoot() const;
     void demand(bool fulfilled, const QString& otherwise) const;

@@ -5,6 +5,7 @@
 #include <QAbstractButton>
 #include <QAbstractSpinBox>
 #include <QAction>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -67,9 +68,12 @@ QTreeWidgetItem* childLabelled(const QTreeWidget* tree, const QTreeWidgetItem* p
     fail(QStringLiteral("The Properties tree has no \"%1\" there.").arg(label));
 }
 
-/// A button reacts near its indicator; its middle may be empty.
+/// A button reacts near its indicator; its middle may be empty. A group box has it in its title.
 QPoint pressPoint(const QWidget* widget)
 {
+    if (qobject_cast<const QGroupBox*>(widget) != nullptr) {
+        return QPoint(10, widget->fontMetrics().height() / 2);
+    }
     return QPoint(qMin(10, widget->width() / 2), widget->height() / 2);
 }
 

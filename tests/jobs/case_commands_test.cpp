@@ -8,6 +8,7 @@
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QtTest>
 
 namespace {
@@ -50,6 +51,7 @@ private slots:
     void init();
 
     void simulatorCommandOfALocalRunIsAbsolute();
+    void simulatorCommandOfARelativeJobIsAbsolute();
     void simulatorCommandOfDistributedFilesIsRelative();
     void optionsStandAsTheyAreStored();
     void exportArgumentOfALocalRunIsTheJobsCopy();
@@ -88,6 +90,18 @@ void CaseCommandsTest::simulatorCommandOfALocalRunIsAbsolute()
     QCOMPARE(text(local(1).m_sSimulator),
              QStringLiteral("\"C:\\v v\\orva.exe\" -i \"/j/JobFileLocation/Job1/a1.zek\" -c  -r "
                             "1.000000"));
+}
+
+void CaseCommandsTest::simulatorCommandOfARelativeJobIsAbsolute()
+{
+    setPostProcessing(1, {"j/bed.dfg", "j/bed.qsv"});
+    const CaseCommands commands = composeCommands(localContext("j/JobFileLocation", "python3"), 1);
+    const QString here = QDir::currentPath();
+    QVERIFY2(text(commands.m_sSimulator)
+                 .contains(QStringLiteral(" -i \"%1/j/JobFileLocation/Job1/a1.zek\"").arg(here)),
+             commands.m_sSimulator.c_str());
+    QVERIFY2(text(commands.m_sSimulator).endsWith(QStringLiteral(" -e \"%1/j/bed.dfg\"").arg(here)),
+             commands.m_sSimulator.c_str());
 }
 
 void CaseCommandsTest::simulatorCommandOfDistributedFilesIsRelative()

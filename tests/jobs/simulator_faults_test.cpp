@@ -1,6 +1,7 @@
 #include "deck/app_settings.h"
 #include "deck/deck_store.h"
 #include "jobs/simulation_list_item.h"
+#include "tests/deck/stream_capture.h"
 #include "tests/jobs/page_fixture.h"
 #include "tests/support/processes.h"
 #include "tests/support/test_environment.h"
@@ -110,7 +111,11 @@ void SimulatorFaultsTest::fileThatIsNoProgramIsAFailure()
         newProgram(fixture, "#!/no/such/interpreter\n", kind == QLatin1String("script"));
     }
     fixture.loadJob(2);
-    QVERIFY(fixture.run());
+    CStreamCapture errors(CStreamCapture::Error);
+    const bool ended = fixture.run();
+    const QByteArray printed = errors.text();
+    QVERIFY(ended);
+    QVERIFY2(printed.contains("Case 0: /") && printed.contains("Case 1: /"), printed.constData());
     QVERIFY(fixture.hasFailed(0) && fixture.hasFailed(1));
     QCOMPARE(fixture.progress(), 2);
     QVERIFY(fixture.output(0).isEmpty());

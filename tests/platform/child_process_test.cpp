@@ -89,7 +89,8 @@ void ChildProcessTest::endsWhatHasLeftTheChildsGroup()
     QSKIP("only the process group is ended here");
 #endif
     CChildProcess process;
-    startShell(process, "setsid sleep 30 & echo $!; wait");
+    // It tells its number once it has left.
+    startShell(process, "setsid sh -c 'echo $$; exec sleep 30' & wait");
     CKillSwitch kill;
     kill.arm(process.processId());
     const QByteArray descendant = firstLine(process);

@@ -70,7 +70,8 @@ void SampleDeckTest::writesADeckWithAllThatBelongsToIt()
         QStringLiteral("column.zek"),      QStringLiteral("column.ynd"),
         QStringLiteral("column.dfg"),      QStringLiteral("column.qsv"),
         QStringLiteral("box.txt"),         QStringLiteral("analyse.py"),
-        QStringLiteral("stand_ins/conda"), QStringLiteral("column_data/0.h5")};
+        QStringLiteral("join_results.py"), QStringLiteral("stand_ins/conda"),
+        QStringLiteral("column_data/0.h5")};
     QCOMPARE(relativeFiles(m_folder->path()), expected);
 }
 

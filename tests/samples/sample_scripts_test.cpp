@@ -3,6 +3,7 @@
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
+#include <QImage>
 #include <QStandardPaths>
 #include <QtTest>
 
@@ -63,6 +64,8 @@ private slots:
     void joiningNamesTheCaseNearestToTheMeasuredValue();
     void joiningRefusesAnUnknownResponse();
     void joiningWithoutResultsFails();
+    void aPlotShowsTheMeasuredValue();
+    void aPlotNeedsAParameterThatVaries();
 
 private:
     SProgramEnd runScript(const char* name, const QStringList& arguments) const;
@@ -197,6 +200,33 @@ void SampleScriptsTest::joiningWithoutResultsFails()
     const SProgramEnd end = joinWith("", {});
     QCOMPARE(end.exitCode, 1);
     QVERIFY(end.errors.contains("no case has results"));
+}
+
+void SampleScriptsTest::aPlotShowsTheMeasuredValue()
+{
+    const SProgramEnd plain = joinWith(ScriptResults, {"--plot", "plain.png"});
+    if (plain.errors.contains("matplotlib, which is not installed")) {
+        QCOMPARE(plain.exitCode, 1);
+        QSKIP("matplotlib is not installed: no plot, and the script has said so");
+    }
+    QVERIFY2(plain.exitCode == 0, plain.errors.constData());
+    QCOMPARE(joinWith(ScriptResults, {"--plot", "line.png", "--measured", "0.29"}).exitCode, 0);
+    const QImage without(file(QStringLiteral("plain.png")));
+    const QImage with(file(QStringLiteral("line.png")));
+    QCOMPARE(without.size(), QSize(450, 400));
+    QCOMPARE(with.size(), without.size());
+    QVERIFY(with != without);
+}
+
+void SampleScriptsTest::aPlotNeedsAParameterThatVaries()
+{
+    writeText(file(QStringLiteral("matrix.csv")), "Job ID#,A Restitution,Options\n0,0.5, -c \n");
+    writeText(file(QStringLiteral("results.csv")), ScriptResults);
+    const SProgramEnd end =
+        runScript("join_results.py", {"matrix.csv", "results.csv", "--plot", "plot.png"});
+    QCOMPARE(end.exitCode, 1);
+    QVERIFY(end.errors.contains("nothing to plot against") || end.errors.contains("matplotlib"));
+    QVERIFY(!QFile::exists(file(QStringLiteral("plot.png"))));
 }
 
 TARNEL_TEST_MAIN(SampleScriptsTest)

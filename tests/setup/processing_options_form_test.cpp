@@ -279,8 +279,9 @@ void CProcessingOptionsFormTest::tabOrder()
     QStringList order;
     const QWidget* widget = &m_page->child<>(expected.first());
     while (order.size() < expected.size()) {
-        // The fields within the spin boxes stand in the chain, too.
-        if (!widget->objectName().startsWith(QStringLiteral("qt_"))) {
+        // Labels and the fields within the spin boxes stand in the chain, too.
+        if ((widget->focusPolicy() & Qt::TabFocus) != 0 &&
+            !widget->objectName().startsWith(QStringLiteral("qt_"))) {
             order.append(widget->objectName());
         }
         widget = widget->nextInFocusChain();
