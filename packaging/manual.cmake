@@ -14,4 +14,5 @@ function(tarnel_packed source target destination)
 endfunction()
 
 tarnel_packed(tarnel.1 tarnel.1.gz ${CMAKE_INSTALL_MANDIR}/man1)
+tarnel_packed(tarnel-cases.1 tarnel-cases.1.gz ${CMAKE_INSTALL_MANDIR}/man1)
 tarnel_packed(debian-changelog changelog.gz ${documents})

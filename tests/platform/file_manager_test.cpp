@@ -78,10 +78,11 @@ void FileManagerTest::folderReachesTheFileManagerAsOneWord()
 void FileManagerTest::slowFileManagerDoesNotBlockAndItsOutputIsDropped()
 {
     const QByteArray done = m_root->filePath("done").toUtf8();
-    writeFileManager("echo noise >&2\n/bin/sleep 1\n: > '" + done + "'\n");
+    writeFileManager("echo noise >&2\necho noise\n/bin/sleep 1\n: > '" + done + "'\n");
     QCOMPARE(openedWithErrors("/"), QByteArray());
     QVERIFY(!QFile::exists(done));
     QTRY_VERIFY(QFile::exists(done));
+    QCOMPARE(content("errors"), QByteArray());
 }
 
 void FileManagerTest::missingFileManagerIsOneLineOnTheErrorStream()
