@@ -13,6 +13,16 @@ CRunningRows::CRunningRows(QListWidget* list)
     QObject::connect(&m_movie, &QMovie::frameChanged, &m_movie, [this] { m_bFrameChanged = true; });
 }
 
+/// The list lays out all its rows again whenever the icon of one changes. With sizes that are known
+/// it need not measure every text each time, of which a run of thousands of cases would take long.
+void CRunningRows::add(CSimulationListItem* row)
+{
+    m_list->ensurePolished();
+    m_list->addItem(row);
+    const QModelIndex index = m_list->model()->index(m_list->count() - 1, 0);
+    row->setSizeHint(m_list->sizeHintForIndex(index));
+}
+
 void CRunningRows::begin()
 {
     m_runningItems.clear();

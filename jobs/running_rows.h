@@ -15,6 +15,9 @@ public:
     /// `list`, not owned, holds items of CSimulationListItem alone.
     explicit CRunningRows(QListWidget* list);
 
+    /// Puts a row behind the others; the list owns it.
+    void add(CSimulationListItem* row);
+
     /// Forgets all rows and starts the animation anew.
     void begin();
     /// Stops the animation; the rows stay.

@@ -174,7 +174,7 @@ void CSubmitJobFrame::loadJobSpec()
     m_caseRoot = m_caseRootStem;
     const auto addRow = [this](const std::string& deck, int caseNumber) {
         const QString text = QString::fromStdString(deck) + QString::number(caseNumber);
-        m_listOngoingSimulations->addItem(new CSimulationListItem(Icons::PreSim, text, caseNumber));
+        m_rows->add(new CSimulationListItem(Icons::PreSim, text, caseNumber));
     };
     CJobFileReader reader;
     if (loadJobFolder(job, *m_jobMatrix, reader, addRow)) {

@@ -1,6 +1,7 @@
 #include "tests/load/load_window.h"
 
 #include "app/constants/icons.h"
+#include "deck/app_settings.h"
 #include "deck/deck_store.h"
 #include "jobs/case_output.h"
 #include "jobs/simulation_list_item.h"
@@ -69,11 +70,17 @@ QByteArray VariedCases::line(int caseNumber, const QByteArray& options) const
     return text + options;
 }
 
+CLoadWindow::Settings::Settings()
+{
+    CTestEnvironment::reset();
+    CAppSettings::instance()->setValue(CAppSettings::OrvaExeLocation,
+                                       QStringLiteral(TARNEL_TRIVIAL_SIMULATOR));
+}
+
 CLoadWindow::CLoadWindow(const DeckDescription& deck, Analysis analysis)
     : m_analysis(analysis)
     , m_hand(m_window)
 {
-    CTestEnvironment::reset();
     for (const char* folder : {"deck", "jobs"}) {
         QDir().mkpath(path(QLatin1String(folder)));
     }
@@ -99,8 +106,6 @@ void CLoadWindow::prepare()
     }
     openTab("m_tabProcessingOptions");
     openTab("m_tabSubmitJob");
-    m_dialogs.answerNextFileDialog({QStringLiteral(TARNEL_TRIVIAL_SIMULATOR)});
-    m_hand.click(QStringLiteral("m_pbORVAExeLocationSelect"));
     m_hand.type(QStringLiteral("m_leJobSaveLocation"), path(QStringLiteral("jobs")));
 }
 

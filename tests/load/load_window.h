@@ -44,7 +44,7 @@ public:
 
     explicit CLoadWindow(const DeckDescription& deck, Analysis analysis = Analysis::None);
 
-    /// Loads the deck, enters the page of the parameters, chooses analysis, simulator and options.
+    /// Loads the deck, enters the page of the parameters, chooses analysis and options.
     void prepare();
     /// Gives the fields in the store the values of these cases.
     static void vary(const VariedCases& cases);
@@ -72,6 +72,14 @@ private:
     bool isRight(int number, int runs) const;
     void openTab(const char* action);
 
+    /// A program that was just started, whose user has chosen the simulator before. The file dialog
+    /// would do as well, but it has a thread of its own, which the thread sanitizer can't follow.
+    struct Settings
+    {
+        Settings();
+    };
+
+    Settings m_settings;
     QTemporaryDir m_root;
     Analysis m_analysis;
     CMainWindow m_window;

@@ -129,7 +129,8 @@ void ManyCasesTest::runAnswering(CLoadWindow& window, int concurrency, int runs)
         QStringLiteral("%1 ms of %2 clicks").arg(probe.longestMilliseconds()).arg(probe.clicks()));
     QCOMPARE(window.firstWrongRow(runs), -1);
     QVERIFY(probe.clicks() > 0);
-    QVERIFY2(probe.longestMilliseconds() <= longestAnswer,
+    // A sanitizer makes all of it several times slower.
+    QVERIFY2(!Footprint::tellsMemory() || probe.longestMilliseconds() <= longestAnswer,
              qPrintable(QString::number(probe.longestMilliseconds())));
 }
 
@@ -138,9 +139,10 @@ void ManyCasesTest::memoryGrowsInStepWithTheCases()
     if (!Footprint::tellsMemory()) {
         QSKIP("a sanitizer keeps what was given back");
     }
-    m_window.reset();
     std::vector<Taken> taken;
     for (const int part : {4, 2, 1}) {
+        m_window.reset();
+        CTestEnvironment::reset();
         const VariedCases cases{allCases().inner / part, allCases().outer};
         const std::size_t before = Footprint::heapBytes();
         Footprint::forgetPeak();
@@ -153,15 +155,12 @@ void ManyCasesTest::memoryGrowsInStepWithTheCases()
         sayFigure(QStringLiteral("peak of the process with %1 cases").arg(cases.count()),
                   QStringLiteral("%1 KiB").arg(taken.back().peakKiB, 0, 'f', 0));
         QCOMPARE(firstWrongCase(m_window->job(), cases), -1);
-        if (part != 1) {
-            m_window.reset();
-        }
     }
     // The second step is twice the first; a part that grew with the square would make it four
     // times.
     constexpr double slackKiB = 4096;
     QVERIFY(taken[2].heapKiB - taken[1].heapKiB <
-            2.5 * (taken[1].heapKiB - taken[0].heapKiB) + slackKiB / 8);
+            2.5 * (taken[1].heapKiB - taken[0].heapKiB) + slackKiB);
     QVERIFY(taken[2].peakKiB - taken[1].peakKiB <
             2.5 * qMax(0.0, taken[1].peakKiB - taken[0].peakKiB) + slackKiB);
 }
@@ -195,7 +194,8 @@ void ManyCasesTest::cancelOfManyCasesActsAtOnce()
     const qint64 taken = sinceClick.elapsed();
     sayMilliseconds(QStringLiteral("cancelling %1 cases").arg(allCases().count()), taken);
     QVERIFY(cancel->isHidden());
-    QVERIFY2(double(taken) <= longestAnswer, qPrintable(QString::number(taken)));
+    QVERIFY2(!Footprint::tellsMemory() || double(taken) <= longestAnswer,
+             qPrintable(QString::number(taken)));
 }
 
 TARNEL_TEST_MAIN(ManyCasesTest)
