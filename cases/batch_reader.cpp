@@ -143,7 +143,7 @@ void takeExport(std::string& options, SBatchCase& batchCase)
     }
 }
 
-bool readCommand(std::string line, SBatchCase& batchCase)
+bool readCommand(const std::string& line, SBatchCase& batchCase)
 {
     Reader reader(line);
     const auto executable = reader.quoted();

@@ -31,7 +31,7 @@ std::string caseOf(const fs::path& processFolder)
         }
         begin = end + 1;
     }
-    return std::string();
+    return {};
 }
 
 void endProcesses(const std::function<bool(const std::string& caseFolder)>& isMeant)
@@ -43,7 +43,7 @@ void endProcesses(const std::function<bool(const std::string& caseFolder)>& isMe
             continue;
         }
         const std::string caseFolder = caseOf(entry.path());
-        const pid_t process = static_cast<pid_t>(std::strtol(name.c_str(), nullptr, 10));
+        const auto process = static_cast<pid_t>(std::strtol(name.c_str(), nullptr, 10));
         if (!caseFolder.empty() && process != ::getpid() && isMeant(caseFolder)) {
             ::kill(process, SIGKILL);
         }

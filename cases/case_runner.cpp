@@ -130,7 +130,7 @@ QString analyse(const std::string& command, const SBatchCase& batchCase, const S
                 CRunControl& control, SCaseNote& note)
 {
     if (command.empty()) {
-        return QString();
+        return {};
     }
     // The last command of the line is the way back, so the script's own exit code is kept aside.
     const std::string text = AnalysisFunction + ("() { " + setup.python) +

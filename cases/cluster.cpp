@@ -85,7 +85,7 @@ QString submitBlock(QStringList arguments, const QString& previous)
     if (!answer.started) {
         throw CClusterError("there is no Slurm on this machine: sbatch can't be started");
     }
-    const QString id = answer.output.trimmed().section(';', 0, 0);
+    QString id = answer.output.trimmed().section(';', 0, 0);
     if (!answer.good() || id.isEmpty()) {
         throw CClusterError("sbatch refused the job: " + answer.complaint().toStdString());
     }
@@ -184,7 +184,8 @@ std::vector<SCaseArray> submittedArrays(const fs::path& caseRoot)
     if (!file.open(QIODevice::ReadOnly)) {
         return arrays;
     }
-    for (const QJsonValue& value : QJsonDocument::fromJson(file.readAll()).array()) {
+    const QJsonArray list = QJsonDocument::fromJson(file.readAll()).array();
+    for (const auto value : list) {
         const QJsonObject object = value.toObject();
         arrays.push_back({object.value("id").toString(),
                           static_cast<std::size_t>(object.value("first").toDouble()),

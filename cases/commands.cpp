@@ -67,7 +67,7 @@ fs::path SCall::folder(int position) const
 {
     const fs::path given(positions[position].toStdString());
     std::error_code error;
-    const fs::path folder = fs::canonical(given, error);
+    fs::path folder = fs::canonical(given, error);
     if (error || !fs::is_directory(folder)) {
         throw CUsageError("there is no folder " + given.string());
     }
@@ -95,7 +95,7 @@ CCaseSelection selectionOf(const SCall& call)
 std::string simulatorOf(const SCall& call)
 {
     if (!call.isSet("simulator")) {
-        return std::string();
+        return {};
     }
     const fs::path path(call.text("simulator"));
     if (!fs::exists(path)) {
@@ -367,7 +367,7 @@ int compareCases(const SCall& call)
 
 QCommandLineOption valueOption(const QString& name, const QString& value, const QString& text)
 {
-    return QCommandLineOption(name, text, value);
+    return {name, text, value};
 }
 
 QList<SCommand> commands()

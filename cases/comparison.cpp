@@ -58,6 +58,7 @@ std::vector<std::size_t> variedColumns(const std::vector<Cells>& rows)
 std::vector<std::string> pick(const Cells& row, const std::vector<std::size_t>& columns)
 {
     std::vector<std::string> picked;
+    picked.reserve(columns.size());
     for (const std::size_t column : columns) {
         picked.push_back(row[column]);
     }
@@ -200,7 +201,7 @@ std::optional<double> numberFrom(const std::string& text)
 std::string numberText(double value)
 {
     char text[64];
-    return std::string(text, std::to_chars(text, text + sizeof text, value).ptr);
+    return {text, std::to_chars(text, text + sizeof text, value).ptr};
 }
 
 SMeasurement measurementFromText(const std::string& text)

@@ -1,6 +1,7 @@
 #include "cases/run_progress.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace cases {
 namespace {
@@ -117,7 +118,7 @@ std::string CRunProgress::timeLeft() const
         return "?";
     }
     const double each = static_cast<double>(m_clock.elapsed()) / 1000 / static_cast<double>(ended);
-    return durationText(static_cast<qint64>(each * static_cast<double>(m_cases - ended) + 0.5));
+    return durationText(std::llround(each * static_cast<double>(m_cases - ended)));
 }
 
 void CRunProgress::drawBar()

@@ -28,7 +28,7 @@ class CKillSwitch
 {
 public:
     CKillSwitch() = default;
-    ~CKillSwitch();
+    ~CKillSwitch(); // NOLINT(performance-trivially-destructible): Windows has a handle to close
 
     CKillSwitch(const CKillSwitch&) = delete;
     CKillSwitch& operator=(const CKillSwitch&) = delete;

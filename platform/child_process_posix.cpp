@@ -1,7 +1,7 @@
 #include "platform/child_process.h"
 
+#include <csignal>
 #include <pthread.h>
-#include <signal.h>
 #ifdef __linux__
 #include <sys/prctl.h>
 #endif
