@@ -4,23 +4,26 @@
 #include "app/message_box.h"
 #include "jobs/heading_scheme.h"
 
+#include <initializer_list>
 #include <iostream>
+#include <string_view>
 #include <tuple>
-#include <vector>
 
 namespace {
 
-using Labels = std::vector<std::string>;
+/// The labels of a walk as it writes them down; making texts of them for each case would cost as
+/// much as its values.
+using ListedLabels = std::initializer_list<std::string_view>;
 
 class HeadingWriter
 {
 public:
-    template <class Map>
+    template <class Map, class Labels = ListedLabels>
     void keyed(const Map& deck, const Map&, const Labels& labels)
     {
         for (const auto& element : deck) {
-            for (const std::string& label : labels) {
-                write(element.first + " " + label);
+            for (const std::string_view label : labels) {
+                write(element.first + " " + std::string(label));
             }
         }
     }
@@ -74,7 +77,7 @@ public:
     {
     }
 
-    template <class Map>
+    template <class Map, class Labels = ListedLabels>
     void keyed(const Map& deck, Map& record, const Labels&)
     {
         for (const auto& element : deck) {

@@ -7,30 +7,54 @@
 
 #include <QString>
 
+#include <charconv>
+#include <cmath>
+#include <optional>
+#include <string_view>
+
 namespace {
 
-using Fields = std::vector<std::string>;
+/// Views into the line.
+using Fields = std::vector<std::string_view>;
 
-Fields fieldsOf(const std::string& line)
+void split(std::string_view line, Fields& fields)
 {
     const std::string& separator = FileNames::FieldSeparator;
-    Fields fields;
+    fields.clear();
     std::size_t begin = 0;
-    for (std::size_t end = line.find(separator); end != std::string::npos;
+    for (std::size_t end = line.find(separator); end != std::string_view::npos;
          end = line.find(separator, begin)) {
         fields.push_back(line.substr(begin, end - begin));
         begin = end + separator.size();
     }
     fields.push_back(line.substr(begin));
-    return fields;
 }
 
-CaseValue parsedValue(const std::string& field)
+/// A plain number. Nothing for what only Qt reads, or reads otherwise: blanks around, a plus sign,
+/// words, a number out of range.
+std::optional<double> plainNumber(std::string_view field)
 {
+    double number = 0.0;
+    const char* const end = field.data() + field.size();
+    const auto read = std::from_chars(field.data(), end, number);
+    if (read.ec != std::errc() || read.ptr != end || !std::isnormal(number)) {
+        return std::nullopt;
+    }
+    return number;
+}
+
+CaseValue parsedValue(std::string_view field)
+{
+    if (field == "0") {
+        return 0.0;
+    }
     if (field == "true" || field == "false") {
         return field == "true";
     }
-    return QString::fromStdString(field).toDouble();
+    if (const std::optional<double> number = plainNumber(field)) {
+        return *number;
+    }
+    return QString::fromUtf8(field.data(), int(field.size())).toDouble();
 }
 
 /// All fields but the case number and the options; the number of a case is its position.
@@ -53,9 +77,11 @@ CaseMatrix CJobFileReader::readJobMatrix(const std::string& path) const
     if (lines.empty()) {
         return cases;
     }
-    CDeckStore::instance()->setSimulatorOptions(fieldsOf(lines.back()).back());
+    Fields fields;
+    split(lines.back(), fields);
+    CDeckStore::instance()->setSimulatorOptions(std::string(fields.back()));
     for (std::size_t index = 1; index < lines.size(); ++index) {
-        const Fields fields = fieldsOf(lines[index]);
+        split(lines[index], fields);
         if (fields.size() >= 2) {
             cases.push_back(rowOf(fields));
         }

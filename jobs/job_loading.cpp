@@ -98,7 +98,9 @@ bool loadJobFolder(const std::string& job, CJobMatrix& matrix, CJobFileReader& r
         return false;
     }
     int caseNumber = 0;
-    for (const CaseRow& row : reader.readJobMatrix(matrixPath)) {
+    const CaseMatrix cases = reader.readJobMatrix(matrixPath);
+    CDeckStore::instance()->creatorData().reserve(cases.size() + 1);
+    for (const CaseRow& row : cases) {
         matrix.createCaseRecord(row, static_cast<std::size_t>(caseNumber));
         onCase(deck, caseNumber++);
     }

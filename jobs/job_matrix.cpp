@@ -8,6 +8,7 @@
 #include "parameters/parameter_entry.h"
 
 #include <charconv>
+#include <cstring>
 #include <fstream>
 
 namespace {
@@ -47,15 +48,56 @@ void append(std::string& text, const CaseValue& value)
     text.append(digits, result.ptr);
 }
 
-std::string dataLine(std::size_t number, const CaseRow& row, const std::string& options)
+/// Told by their bits: 0 and -0 are equal numbers of different texts, and NaN is equal to nothing.
+bool haveOneText(const CaseValue& left, const CaseValue& right)
 {
-    const std::string& separator = FileNames::FieldSeparator;
-    std::string line = std::to_string(number) + separator;
-    for (const CaseValue& value : row) {
-        append(line, value);
-        line += separator;
+    const double* const number = std::get_if<double>(&left);
+    const double* const other = std::get_if<double>(&right);
+    if (number == nullptr || other == nullptr) {
+        return left == right;
     }
-    return line + options + "\n";
+    return std::memcmp(number, other, sizeof *number) == 0;
+}
+
+/// The cells of the line before. Most of a case's values are those of the case before it, and the
+/// digits of a number take longer to find than to copy.
+class CCellTexts
+{
+public:
+    /// The value's text with the separator behind it.
+    const std::string& at(std::size_t column, const CaseValue& value)
+    {
+        if (column == m_cells.size()) {
+            m_cells.push_back({value, textOf(value)});
+        } else if (!haveOneText(m_cells[column].value, value)) {
+            m_cells[column] = {value, textOf(value)};
+        }
+        return m_cells[column].text;
+    }
+
+private:
+    static std::string textOf(const CaseValue& value)
+    {
+        std::string text;
+        append(text, value);
+        return text + FileNames::FieldSeparator;
+    }
+
+    struct Cell
+    {
+        CaseValue value;
+        std::string text;
+    };
+
+    std::vector<Cell> m_cells;
+};
+
+void appendLine(std::string& text, std::size_t number, const CaseRow& row, CCellTexts& cells)
+{
+    text += std::to_string(number) + FileNames::FieldSeparator;
+    for (std::size_t column = 0; column < row.size(); ++column) {
+        text += cells.at(column, row[column]);
+    }
 }
 
 } // namespace
@@ -73,11 +115,11 @@ bool CJobMatrix::writeJobMatrix(const std::string& jobFolder)
         return false;
     }
     buildCases();
-    for (std::size_t number = 0; number < m_cases.size(); ++number) {
-        stream << dataLine(number, m_cases[number], options);
-    }
+    writeCases(stream);
     // The file is complete before the first box of a mistyped value comes up.
     stream.close();
+    std::vector<CCreatorData>& records = CDeckStore::instance()->creatorData();
+    records.reserve(records.size() + m_cases.size());
     for (std::size_t number = 0; number < m_cases.size(); ++number) {
         createCaseRecord(m_cases[number], number);
     }
@@ -94,6 +136,23 @@ bool CJobMatrix::writeHeader(std::ostream& stream) const
     }
     stream << ParameterCatalogue::SimulatorOptions << "\n" << std::flush;
     return !records.empty();
+}
+
+void CJobMatrix::writeCases(std::ostream& stream) const
+{
+    constexpr std::size_t blockSize = 1U << 20U;
+    const std::string& options = CDeckStore::instance()->simulatorOptions();
+    CCellTexts cells;
+    std::string block;
+    for (std::size_t number = 0; number < m_cases.size(); ++number) {
+        appendLine(block, number, m_cases[number], cells);
+        block += options + "\n";
+        if (block.size() >= blockSize) {
+            stream << block;
+            block.clear();
+        }
+    }
+    stream << block;
 }
 
 void CJobMatrix::createCaseRecord(const CaseRow& row, std::size_t caseNumber)

@@ -22,6 +22,9 @@ public:
     /// The heading line, from the deck's record; false where the store has no record.
     bool writeHeader(std::ostream& stream) const;
 
+    /// The lines of the cases, behind the heading line.
+    void writeCases(std::ostream& stream) const;
+
     /// Appends the record of one case to the store, which must hold the deck's record. A modal box
     /// comes up for each value of the wrong type; the slot then takes 0.0 or false.
     void createCaseRecord(const CaseRow& row, std::size_t caseNumber);

@@ -7,7 +7,54 @@
 #include <QApplication>
 #include <QtTest>
 
+#include <algorithm>
+#include <charconv>
 #include <cmath>
+#include <cstring>
+#include <iterator>
+#include <random>
+
+namespace {
+
+/// TARNEL_LOAD=full takes sizes for which the usual run has no time.
+bool takesAll()
+{
+    return qgetenv("TARNEL_LOAD") == "full";
+}
+
+std::string shortest(double value)
+{
+    char digits[32];
+    return std::string(digits, std::to_chars(std::begin(digits), std::end(digits), value).ptr);
+}
+
+/// Texts of numbers, of near numbers and of numbers at the edge of what a double holds.
+std::vector<std::string> numberTexts(std::size_t count)
+{
+    std::vector<std::string> texts = {
+        "0",      "-0",     "+1",     "1.",       ".5",       "-.5",    ".",      "-",
+        "e5",     "1e",     "1e+",    "1e5",      "1E5",      "1e+05",  "01",     "00.50",
+        "inf",    "-inf",   "nan",    "infinity", "NaN",      "0x10",   "1e308",  "1.8e308",
+        "-1e400", "1e-307", "1e-310", "4.9e-324", "2.4e-324", "1e-400", "0e5",    "1 2",
+        "1_000",  "1'000",  "1d5",    "1e5.5",    "--1",      "1e--5",  "1e0005", "\xd9\xa1"};
+    std::mt19937_64 generator(7);
+    const std::string letters = "0123456789012345678901234567890.eE+- x";
+    while (texts.size() < count) {
+        const std::uint64_t bits = generator();
+        double value = 0.0;
+        std::memcpy(&value, &bits, sizeof value);
+        texts.push_back(shortest(value));
+        texts.push_back(shortest(static_cast<double>(generator() % 1000000) * 0.001));
+        std::string text;
+        for (std::size_t length = 1 + generator() % 24; text.size() < length;) {
+            text += letters[generator() % letters.size()];
+        }
+        texts.push_back(text);
+    }
+    return texts;
+}
+
+} // namespace
 
 class JobFileReaderTest : public QObject
 {
@@ -30,6 +77,7 @@ private slots:
     void linesOfOneFieldAreNotCounted();
     void twoFieldsMakeACaseWithoutValues();
     void emptyFieldCountsAsZero();
+    void anyTextReadsAsQtReadsIt();
 
 private:
     CaseMatrix read(const std::string& content);
@@ -154,6 +202,26 @@ void JobFileReaderTest::twoFieldsMakeACaseWithoutValues()
 void JobFileReaderTest::emptyFieldCountsAsZero()
 {
     QVERIFY(read("h\n0,,o\n") == CaseMatrix({{0.0}}));
+}
+
+void JobFileReaderTest::anyTextReadsAsQtReadsIt()
+{
+    const std::vector<std::string> fields = numberTexts(takesAll() ? 3000000 : 60000);
+    for (std::size_t begin = 0; begin < fields.size(); begin += 1000) {
+        std::string line = "h\n0,";
+        const std::size_t end = std::min(begin + 1000, fields.size());
+        for (std::size_t index = begin; index < end; ++index) {
+            line += fields[index] + ",";
+        }
+        const CaseMatrix cases = read(line + "o\n");
+        QCOMPARE(cases.front().size(), end - begin);
+        for (std::size_t index = begin; index < end; ++index) {
+            const QString text = QString::fromStdString(fields[index]);
+            const double expected = text.toDouble();
+            const double number = std::get<double>(cases.front()[index - begin]);
+            QVERIFY2(std::memcmp(&number, &expected, sizeof number) == 0, qPrintable(text));
+        }
+    }
 }
 
 TARNEL_TEST_MAIN(JobFileReaderTest)

@@ -10,6 +10,7 @@
 #include <QElapsedTimer>
 #include <QtTest>
 
+#include <cfloat>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -31,9 +32,9 @@ std::string rendered(double value)
     return stream.str();
 }
 
-std::vector<double> randomDoubles(std::size_t count)
+std::vector<double> randomDoubles(std::size_t count, unsigned int seed)
 {
-    std::mt19937_64 generator(20240229);
+    std::mt19937_64 generator(20240229 + seed);
     std::vector<double> values;
     while (values.size() < count) {
         const std::uint64_t bits = generator();
@@ -76,6 +77,7 @@ private slots:
 
 private:
     std::string written(bool expected = true);
+    void compareWithTheStream(std::vector<double> values);
 
     std::unique_ptr<CJobFixture> m_fixture;
     CJobMatrix m_matrix;
@@ -173,8 +175,18 @@ void JobMatrixTest::numbersHaveSixDigitsAndFlagsAreWords()
 
 void JobMatrixTest::anyNumberReadsAsTheStreamWritesIt()
 {
-    std::vector<double> values = randomDoubles(30000);
-    values.insert(values.end(), {std::nan(""), -std::nan(""), HUGE_VAL, -HUGE_VAL, 0.0, 999999.5});
+    // TARNEL_LOAD=full takes ten million; in parts, since each makes a record.
+    const bool all = qgetenv("TARNEL_LOAD") == "full";
+    for (unsigned int part = 0; part < (all ? 100 : 1); ++part) {
+        init();
+        compareWithTheStream(randomDoubles(all ? 100000 : 30000, part));
+    }
+}
+
+void JobMatrixTest::compareWithTheStream(std::vector<double> values)
+{
+    values.insert(values.end(), {std::nan(""), -std::nan(""), HUGE_VAL, -HUGE_VAL, 0.0, -0.0, 0.0,
+                                 999999.5, 999999.5, DBL_MIN, -DBL_MIN, DBL_MAX, DBL_TRUE_MIN});
     CDeckStore::instance()->creatorData() = {CCreatorData("bed")};
     ValueList varied = {0.0};
     varied.insert(varied.end(), values.begin(), values.end());
@@ -186,7 +198,9 @@ void JobMatrixTest::anyNumberReadsAsTheStreamWritesIt()
         QVERIFY(std::getline(lines, line));
         const std::string expected =
             std::to_string(number) + "," + rendered(values[number]) + ", -c  -r 1.000000";
-        QCOMPARE(QString::fromStdString(line), QString::fromStdString(expected));
+        if (line != expected) {
+            QCOMPARE(QString::fromStdString(line), QString::fromStdString(expected));
+        }
     }
 }
 
