@@ -3,6 +3,7 @@
 
 import argparse
 import filecmp
+import math
 import os
 import platform
 import random
@@ -314,6 +315,61 @@ def require_same(folder: Path):
             sys.exit(f"{mine} isn't what the script has written")
 
 
+# Cost against size.
+
+SIZES = {
+    "matrix with records": [
+        (cases, lambda f, n: ours("matrix", job(f, n, 0), n, f)) for cases in (1000, 10000, 50000)],
+    "matrix load": [
+        (cases, lambda f, n: ours("matrix-load", job(f, n, 0) / "JobSpec"))
+        for cases in (1000, 10000, 50000)],
+    "deck read": [
+        (rows, lambda f, n: ours("deck-read", tables(f, n) / "deck.zek"))
+        for rows in (1000, 10000, 20000)],
+    "tree and entries": [
+        (rows, lambda f, n: ours("tree", tables(f, n) / "deck.zek"))
+        for rows in (1000, 10000, 20000)],
+}
+
+
+def costs_against_size(folder, rounds):
+    """Medians of the seconds by the name of the operation, as pairs of size and cost."""
+    return {name: [(size, statistics.median(run(folder, size)["seconds"] for _ in range(rounds)))
+                   for size, run in sizes]
+            for name, sizes in SIZES.items()}
+
+
+def plot(costs, path: Path):
+    """Both axes logarithmic and alike: a cost in step with the size rises by 45 degrees."""
+    left, top, decade = 60, 20, 140
+    x = lambda size: left + decade * (math.log10(size) - 3)
+    y = lambda seconds: top - decade * math.log10(seconds)
+    shapes = ['<rect width="100%" height="100%" fill="white"/>']
+    for size in (1000, 10000, 100000):
+        shapes.append(f'<path d="M{x(size):.0f} {top}V{y(0.001):.0f}" stroke="#ccc"/>'
+                      f'<text x="{x(size):.0f}" y="{y(0.001) + 18:.0f}" text-anchor="middle">'
+                      f'{size:,}</text>')
+    for seconds in (0.001, 0.01, 0.1, 1):
+        shapes.append(f'<path d="M{left} {y(seconds):.0f}H{x(100000):.0f}" stroke="#ccc"/>'
+                      f'<text x="{left - 6}" y="{y(seconds) + 4:.0f}" text-anchor="end">'
+                      f'{seconds:g} s</text>')
+    colours = ("#1f6fb2", "#d1761c", "#2b8a3e", "#9c36b5")
+    for row, (colour, (name, points)) in enumerate(zip(colours, costs.items())):
+        line = " ".join(f"{x(size):.1f},{y(seconds):.1f}" for size, seconds in points)
+        unit = "rows" if name in ("deck read", "tree and entries") else "cases"
+        shapes.append(f'<polyline points="{line}" fill="none" stroke="{colour}" stroke-width="2"/>'
+                      f'<text x="{left + 12}" y="{top + 20 + 18 * row}" fill="{colour}">'
+                      f'{name} ({unit})</text>')
+    path.write_text('<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 370 470" width="370" '
+                    'font-family="sans-serif" font-size="12">\n' + "\n".join(shapes) + "\n</svg>\n")
+
+
+def print_costs(costs):
+    print_table(["Operation", "Size", "Seconds", "Per 1,000"],
+                [[name, f"{size:,}", f"{seconds:.4f}", f"{1000 * seconds / size:.4f}"]
+                 for name, points in costs.items() for size, seconds in points])
+
+
 # The report.
 
 HEADINGS = ["Operation", "Ours", "Peer", "Peer's", "Ratio", "Goal", "Met", "Besides"]
@@ -343,16 +399,23 @@ def all_operations():
 def chosen(arguments):
     parser = argparse.ArgumentParser(description=__doc__)
     parser.add_argument("--rounds", type=int, default=5)
-    parser.add_argument("--only", default="", help="operations whose name starts so")
+    parser.add_argument("--only", default="", help="operations whose names start so, separated by commas")
+    parser.add_argument("--sizes", type=Path, metavar="SVG",
+                        help="cost against size instead, and a plot of it")
     return parser.parse_args(arguments)
 
 
 def main():
     choice = chosen(sys.argv[1:])
-    operations = [each for each in all_operations() if each.name.startswith(choice.only)]
+    operations = [each for each in all_operations() if each.name.startswith(tuple(choice.only.split(",")))]
     with tempfile.TemporaryDirectory(prefix="tarnel-bench-") as name:
         folder = Path(name)
         print(machine(), flush=True)
+        if choice.sizes:
+            costs = costs_against_size(folder, choice.rounds)
+            print_costs(costs)
+            plot(costs, choice.sizes)
+            return
         for operation in operations:
             for _ in range(choice.rounds):
                 operation.run_round(folder)
