@@ -66,6 +66,7 @@ private slots:
     void anotherSimulatorCanBeGiven();
     void missingCaseFolderFailsThatCaseAlone();
     void progressHasALineForEachCase();
+    void progressIsABarOnATerminal();
     void reportIsJsonWhenAsked();
     void outputDoesNotFillTheMemory();
 
@@ -274,6 +275,22 @@ void CaseRunTest::progressHasALineForEachCase()
              qPrintable(lines[1]));
     QVERIFY2(lines[2].contains("(2/3 done, 1 failed, 0 running, 0:00:00 left)"),
              qPrintable(lines[2]));
+}
+
+void CaseRunTest::progressIsABarOnATerminal()
+{
+    const CCaseRoot root(4, "[ \"$case\" != 1 ] || exit 7\nsleep 0.3\n");
+    QProcess terminal; // of its own, which keeps what is written to it
+    const QString call = QString("'%1' run '%2' -j 2").arg(TARNEL_CASES, root.path());
+    terminal.start("script", {"--quiet", "--return", "--command", call, "/dev/null"});
+    QVERIFY(terminal.waitForFinished());
+    QCOMPARE(terminal.exitCode(), 1);
+    const QByteArray shown = terminal.readAllStandardOutput();
+    QVERIFY2(shown.contains("] 0/4 done, 1 failed, "), shown.constData());
+    QVERIFY(shown.contains("case 1: failed: the simulator ended with exit code 7\r\n"));
+    QVERIFY(!shown.contains("case 0: done"));
+    QVERIFY(shown.contains("[##############################] 3/4 done, 1 failed, 0 running, "
+                           "0:00:00 left\r\n4 cases: 3 done, 1 failed"));
 }
 
 void CaseRunTest::reportIsJsonWhenAsked()
