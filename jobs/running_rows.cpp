@@ -4,6 +4,7 @@
 #include "jobs/simulation_list_item.h"
 
 #include <QListWidget>
+#include <QSignalBlocker>
 
 CRunningRows::CRunningRows(QListWidget* list)
     : m_list(list)
@@ -13,8 +14,8 @@ CRunningRows::CRunningRows(QListWidget* list)
     QObject::connect(&m_movie, &QMovie::frameChanged, &m_movie, [this] { m_bFrameChanged = true; });
 }
 
-/// The list lays out all its rows again whenever the icon of one changes. With sizes that are known
-/// it need not measure every text each time, of which a run of thousands of cases would take long.
+/// The list lays out all its rows again whenever it is told that one has changed. With sizes that
+/// are known it need not measure every text each time.
 void CRunningRows::add(CSimulationListItem* row)
 {
     m_list->ensurePolished();
@@ -34,8 +35,13 @@ void CRunningRows::end()
     m_movie.stop();
 }
 
+/// A job that is loaded lists its cases in order, so that the place is known without a search.
 CSimulationListItem* CRunningRows::find(int caseNumber) const
 {
+    auto* const expected = static_cast<CSimulationListItem*>(m_list->item(caseNumber));
+    if (expected != nullptr && expected->id() == caseNumber) {
+        return expected;
+    }
     for (int row = 0; row < m_list->count(); ++row) {
         auto* const item = static_cast<CSimulationListItem*>(m_list->item(row));
         if (item->id() == caseNumber) {
@@ -43,6 +49,15 @@ CSimulationListItem* CRunningRows::find(int caseNumber) const
         }
     }
     return nullptr;
+}
+
+/// The list isn't told: it would lay out all its rows, once or more for each case that runs. The
+/// row has a size of its own, so that it keeps its place and needs no more than to be painted.
+void CRunningRows::setIcon(CSimulationListItem* row, const QIcon& icon) const
+{
+    const QSignalBlocker blocker(m_list->model());
+    row->setIcon(icon);
+    m_list->viewport()->update(m_list->visualItemRect(row));
 }
 
 void CRunningRows::append(const CSimulationListItem* row)
@@ -70,6 +85,6 @@ void CRunningRows::showFrame()
 void CRunningRows::showFrame(int caseNumber) const
 {
     if (CSimulationListItem* const row = find(caseNumber)) {
-        row->setIcon(QIcon(m_movie.currentPixmap()));
+        setIcon(row, QIcon(m_movie.currentPixmap()));
     }
 }

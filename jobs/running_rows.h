@@ -5,6 +5,7 @@
 #include <list>
 
 class CSimulationListItem;
+class QIcon;
 class QListWidget;
 
 /// The rows of a list whose cases run. They are known by case number, since a row may be replaced
@@ -25,6 +26,9 @@ public:
 
     /// The topmost row of that case number, null where there is none.
     CSimulationListItem* find(int caseNumber) const;
+
+    /// Gives a row of the list another icon at a cost that doesn't grow with the count of rows.
+    void setIcon(CSimulationListItem* row, const QIcon& icon) const;
 
     void append(const CSimulationListItem* row);
     void remove(int caseNumber);

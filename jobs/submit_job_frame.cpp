@@ -311,7 +311,7 @@ void CSubmitJobFrame::updateLocalSimulationTracker(int exitCode, int id, CSimula
     }
     if (item != nullptr) {
         const bool success = exitCode == 0 && !m_run.isCancelled();
-        item->setIcon(success ? Icons::PostSimSuccess : Icons::PostSimFailure);
+        m_rows->setIcon(item, success ? Icons::PostSimSuccess : Icons::PostSimFailure);
     }
 }
 

@@ -6,6 +6,7 @@
 #include <iterator>
 #include <malloc.h>
 #include <string>
+#include <sys/resource.h>
 
 namespace fs = std::filesystem;
 
@@ -14,6 +15,11 @@ namespace {
 int entriesOf(const char* folder)
 {
     return static_cast<int>(std::distance(fs::directory_iterator(folder), {}));
+}
+
+double secondsOf(const timeval& time)
+{
+    return double(time.tv_sec) + double(time.tv_usec) / 1e6;
 }
 
 } // namespace
@@ -53,6 +59,17 @@ void forgetPeak()
 {
     malloc_trim(0);
     std::ofstream("/proc/self/clear_refs") << "5";
+}
+
+double processorSeconds()
+{
+    double seconds = 0.0;
+    for (const int whose : {RUSAGE_SELF, RUSAGE_CHILDREN}) {
+        rusage usage{};
+        getrusage(whose, &usage);
+        seconds += secondsOf(usage.ru_utime) + secondsOf(usage.ru_stime);
+    }
+    return seconds;
 }
 
 } // namespace Footprint

@@ -17,6 +17,10 @@ long peakKiB();
 /// Gives back what the heap keeps for later, and starts the peak anew.
 void forgetPeak();
 
+/// Seconds of the processor that this process took, and its children that have ended. Other
+/// programs of the machine don't make it longer.
+double processorSeconds();
+
 /// Whether memory can be told at all: not under the address and thread sanitizers.
 constexpr bool tellsMemory()
 {

@@ -28,6 +28,7 @@ struct Taken
 {
     double heapKiB = 0.0;
     double peakKiB = 0.0;
+    double secondsPerCase = 0.0; ///< of the processor
 };
 
 QString named(const char* what, int cases, int concurrency)
@@ -36,6 +37,14 @@ QString named(const char* what, int cases, int concurrency)
         .arg(QLatin1String(what))
         .arg(cases)
         .arg(concurrency);
+}
+
+/// Time by the clock and time of the processor.
+void sayTimes(const QString& what, qint64 milliseconds, double seconds)
+{
+    sayFigure(what, QStringLiteral("%1 ms, %2 ms of processor")
+                        .arg(milliseconds)
+                        .arg(seconds * 1000, 0, 'f', 0));
 }
 
 /// Number of the first case whose record or line in the matrix isn't that of its values; -1 for
@@ -71,7 +80,7 @@ private slots:
     void initTestCase();
     void cleanupTestCase();
 
-    void memoryGrowsInStepWithTheCases();
+    void memoryAndTimeGrowInStepWithTheCases();
     void allCasesRunAndTheWindowAnswers_data();
     void allCasesRunAndTheWindowAnswers();
     void cancelOfManyCasesActsAtOnce();
@@ -112,18 +121,22 @@ void ManyCasesTest::runAnswering(CLoadWindow& window, int concurrency, int runs)
     CClickProbe probe(window.rows());
     QElapsedTimer clock;
     clock.start();
+    const double before = Footprint::processorSeconds();
     qint64 prepared = 0;
+    double preparing = 0.0;
     // The first event that the run takes: all case folders are there.
     QTimer::singleShot(0, &window.rows(), [&] {
         prepared = clock.elapsed();
+        preparing = Footprint::processorSeconds() - before;
         probe.start();
     });
     window.run(concurrency);
     const qint64 ended = clock.elapsed();
     probe.stop();
     const int cases = window.rows().count();
-    sayMilliseconds(named("preparing", cases, concurrency), prepared);
-    sayMilliseconds(named("running", cases, concurrency), ended - prepared);
+    sayTimes(named("preparing", cases, concurrency), prepared, preparing);
+    sayTimes(named("running", cases, concurrency), ended - prepared,
+             Footprint::processorSeconds() - before - preparing);
     sayFigure(
         named("longest answer to a click", cases, concurrency),
         QStringLiteral("%1 ms of %2 clicks").arg(probe.longestMilliseconds()).arg(probe.clicks()));
@@ -134,7 +147,7 @@ void ManyCasesTest::runAnswering(CLoadWindow& window, int concurrency, int runs)
              qPrintable(QString::number(probe.longestMilliseconds())));
 }
 
-void ManyCasesTest::memoryGrowsInStepWithTheCases()
+void ManyCasesTest::memoryAndTimeGrowInStepWithTheCases()
 {
     if (!Footprint::tellsMemory()) {
         QSKIP("a sanitizer keeps what was given back");
@@ -145,15 +158,19 @@ void ManyCasesTest::memoryGrowsInStepWithTheCases()
         CTestEnvironment::reset();
         const VariedCases cases{allCases().inner / part, allCases().outer};
         const std::size_t before = Footprint::heapBytes();
+        const double begin = Footprint::processorSeconds();
         Footprint::forgetPeak();
         m_window = generated(cases);
         runAnswering(*m_window, 16, 1);
-        taken.push_back(
-            {double(Footprint::heapBytes() - before) / 1024, double(Footprint::peakKiB())});
+        taken.push_back({double(Footprint::heapBytes() - before) / 1024,
+                         double(Footprint::peakKiB()),
+                         (Footprint::processorSeconds() - begin) / cases.count()});
         sayFigure(QStringLiteral("heap held by %1 cases").arg(cases.count()),
                   QStringLiteral("%1 KiB").arg(taken.back().heapKiB, 0, 'f', 0));
         sayFigure(QStringLiteral("peak of the process with %1 cases").arg(cases.count()),
                   QStringLiteral("%1 KiB").arg(taken.back().peakKiB, 0, 'f', 0));
+        sayFigure(QStringLiteral("processor for one of %1 cases").arg(cases.count()),
+                  QStringLiteral("%1 ms").arg(taken.back().secondsPerCase * 1000, 0, 'f', 2));
         QCOMPARE(firstWrongCase(m_window->job(), cases), -1);
     }
     // The second step is twice the first; a part that grew with the square would make it four
@@ -163,6 +180,10 @@ void ManyCasesTest::memoryGrowsInStepWithTheCases()
             2.5 * (taken[1].heapKiB - taken[0].heapKiB) + slackKiB);
     QVERIFY(taken[2].peakKiB - taken[1].peakKiB <
             2.5 * qMax(0.0, taken[1].peakKiB - taken[0].peakKiB) + slackKiB);
+    // A few cases don't pay for what the first of them costs.
+    constexpr double longerWithFourTimesTheCases = 1.25;
+    QVERIFY(!takesFullSizes() ||
+            taken[2].secondsPerCase < longerWithFourTimesTheCases * taken[0].secondsPerCase);
 }
 
 void ManyCasesTest::allCasesRunAndTheWindowAnswers_data()
