@@ -2,6 +2,7 @@
 
 #include "deck/deck_files.h"
 #include "deck/deck_serializer.h"
+#include "platform/paths.h"
 #include "platform/write_access.h"
 
 #include <QFile>
@@ -64,7 +65,7 @@ CCreatorData badData()
 
 void readDataFile(CDeckSerializer& serializer, const std::string& path, CCreatorData& record)
 {
-    CModificationTime time(path);
+    CModificationTime time(platform::pathOf(path));
     try {
         openAndWalk(serializer, path, record);
     } catch (...) {

@@ -4,8 +4,11 @@
 #include "app/constants/file_names.h"
 #include "deck/app_settings.h"
 #include "jobs/command_dialect.h"
+#include "platform/paths.h"
 
 #include <filesystem>
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -30,7 +33,7 @@ CommandContext contextOfStore(const CommandDialect& dialect)
 /// A job may have been named by a relative path, yet a simulator runs in its case root.
 std::string absolutePath(const std::string& path)
 {
-    return path.empty() ? path : std::filesystem::absolute(path).string();
+    return path.empty() ? path : platform::textOf(fs::absolute(platform::pathOf(path)));
 }
 
 /// Composes the commands of one case.
@@ -104,7 +107,7 @@ private:
 
     std::string scriptCall() const
     {
-        const std::string script = std::filesystem::path(argument(0)).filename().string();
+        const std::string script = platform::textOf(platform::pathOf(argument(0)).filename());
         return m_context.m_sPython + " " + m_dialect.quoted(script) + " " + deckReference() + " " +
                argument(2);
     }

@@ -7,11 +7,11 @@
 #include "jobs/coupling_thread.h"
 #include "jobs/python_thread.h"
 #include "platform/child_process.h"
+#include "platform/paths.h"
 
 #include <QStringList>
 
 #include <cstdio>
-#include <filesystem>
 #include <memory>
 
 namespace {
@@ -87,7 +87,7 @@ private:
         if (command.empty()) {
             return;
         }
-        const std::string root = std::filesystem::path(m_task.m_sCaseRoot).root_path().string();
+        const std::string root = platform::textOf(platform::pathOf(m_task.m_sCaseRoot).root_path());
         m_workers.keep(std::make_unique<CPythonThread>(root, command));
         if (m_task.m_output != nullptr) {
             m_task.m_output->append(FileNames::RunningAnalysis);

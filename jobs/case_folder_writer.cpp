@@ -6,6 +6,7 @@
 #include "deck/deck_files.h"
 #include "deck/deck_serializer.h"
 #include "platform/file_operations.h"
+#include "platform/paths.h"
 
 #include <QStringList>
 
@@ -40,7 +41,7 @@ std::vector<std::string> additionalFiles()
 
 void copyUnderItsName(const std::string& file, const std::string& folder)
 {
-    const std::string name = fs::path(file).filename().string();
+    const std::string name = platform::textOf(platform::pathOf(file).filename());
     platform::copyFileUpdating(file, folder + "/" + name);
 }
 
@@ -99,7 +100,8 @@ void CCaseFolderWriter::copyCoupling(const std::string& folder) const
 {
     const std::string& location = m_coupling.first;
     if (!location.empty()) {
-        copyUnderItsName(fs::path(m_deckPath).parent_path().string() + "/" + location, folder);
+        const fs::path job = platform::pathOf(m_deckPath).parent_path();
+        copyUnderItsName(platform::textOf(job) + "/" + location, folder);
     }
 }
 

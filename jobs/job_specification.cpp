@@ -9,6 +9,7 @@
 #include "jobs/job_matrix.h"
 #include "platform/existence.h"
 #include "platform/file_operations.h"
+#include "platform/paths.h"
 
 #include <QStringList>
 
@@ -22,7 +23,7 @@ namespace {
 
 std::string bareName(const std::string& path)
 {
-    return fs::path(path).filename().string();
+    return platform::textOf(platform::pathOf(path).filename());
 }
 
 /// Copies what a job needs into its folder.
@@ -95,9 +96,9 @@ private:
 
     void copyCompanion() const
     {
-        const fs::path deck(m_deckPath);
-        const std::string name = deck.stem().string() + FileNames::CompanionExtension;
-        platform::copyFileUpdating(deck.parent_path() / name,
+        const fs::path deck = platform::pathOf(m_deckPath);
+        const std::string name = platform::textOf(deck.stem()) + FileNames::CompanionExtension;
+        platform::copyFileUpdating(deck.parent_path() / platform::pathOf(name),
                                    inJob(m_deck + FileNames::CompanionExtension));
     }
 

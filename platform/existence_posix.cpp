@@ -7,7 +7,7 @@
 
 namespace platform {
 
-bool exists(const std::filesystem::path& path)
+bool exists(const CPathArgument& path)
 {
     struct stat attributes = {};
     if (::stat(path.c_str(), &attributes) == 0) {

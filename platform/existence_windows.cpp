@@ -6,7 +6,7 @@
 
 namespace platform {
 
-bool exists(const std::filesystem::path& path)
+bool exists(const CPathArgument& path)
 {
     WIN32_FILE_ATTRIBUTE_DATA attributes = {};
     if (::GetFileAttributesExW(path.c_str(), GetFileExInfoStandard, &attributes) != 0) {

@@ -1,5 +1,7 @@
 #include "platform/file_operations.h"
 
+#include "platform/file_copy.h"
+
 #include <system_error>
 
 namespace fs = std::filesystem;
@@ -24,42 +26,42 @@ void raiseOn(const std::error_code& error, const char* operation, const fs::path
 
 } // namespace
 
-void createDirectory(const fs::path& folder)
+void createDirectory(const CPathArgument& folder)
 {
     std::error_code error;
     fs::create_directory(folder, error);
     raiseOn(error, "create_directory", folder);
 }
 
-void copyFileUpdating(const fs::path& from, const fs::path& to)
+void copyFileUpdating(const CPathArgument& from, const CPathArgument& to)
 {
     std::error_code error;
-    fs::copy_file(from, to, fs::copy_options::update_existing, error);
+    copyFile(from, to, fs::copy_options::update_existing, error);
     raiseOn(error, "copy_file", from, to);
 }
 
-void copyNewFile(const fs::path& from, const fs::path& to)
+void copyNewFile(const CPathArgument& from, const CPathArgument& to)
 {
     std::error_code error;
-    fs::copy_file(from, to, fs::copy_options::none, error);
+    copyFile(from, to, fs::copy_options::none, error);
     raiseOn(error, "copy_file", from, to);
 }
 
-void copyIntoFolder(const fs::path& file, const fs::path& folder)
+void copyIntoFolder(const CPathArgument& file, const CPathArgument& folder)
 {
     std::error_code error;
     fs::copy(file, folder, error);
     raiseOn(error, "copy", file, folder);
 }
 
-void renamePath(const fs::path& from, const fs::path& to)
+void renamePath(const CPathArgument& from, const CPathArgument& to)
 {
     std::error_code error;
     fs::rename(from, to, error);
     raiseOn(error, "rename", from, to);
 }
 
-void removeTree(const fs::path& path)
+void removeTree(const CPathArgument& path)
 {
     std::error_code error;
     fs::remove_all(path, error);

@@ -1,24 +1,24 @@
 #pragma once
 
-#include <filesystem>
+#include "platform/path_argument.h"
 
 /// Operations whose failure raises std::filesystem::filesystem_error with the operation's name
 /// ("copy_file", "copy", "create_directory", "rename", "remove_all") and the paths, whatever the
 /// standard library would say.
 namespace platform {
 
-void createDirectory(const std::filesystem::path& folder);
+void createDirectory(const CPathArgument& folder);
 
 /// Replaces an existing `to` only where `from` is newer.
-void copyFileUpdating(const std::filesystem::path& from, const std::filesystem::path& to);
+void copyFileUpdating(const CPathArgument& from, const CPathArgument& to);
 
 /// An existing `to` is an error.
-void copyNewFile(const std::filesystem::path& from, const std::filesystem::path& to);
+void copyNewFile(const CPathArgument& from, const CPathArgument& to);
 
 /// Copies a file into a folder under its own name.
-void copyIntoFolder(const std::filesystem::path& file, const std::filesystem::path& folder);
+void copyIntoFolder(const CPathArgument& file, const CPathArgument& folder);
 
-void renamePath(const std::filesystem::path& from, const std::filesystem::path& to);
-void removeTree(const std::filesystem::path& path);
+void renamePath(const CPathArgument& from, const CPathArgument& to);
+void removeTree(const CPathArgument& path);
 
 } // namespace platform

@@ -8,7 +8,7 @@
 
 namespace platform {
 
-bool canBeWritten(const std::filesystem::path& file)
+bool canBeWritten(const CPathArgument& file)
 {
     const int handle = ::open(file.c_str(), O_RDWR | O_CLOEXEC);
     if (handle < 0) {

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-bool canBeWritten(const std::filesystem::path& file)
+bool canBeWritten(const CPathArgument& file)
 {
     const HANDLE handle = ::CreateFileW(file.c_str(), GENERIC_READ | GENERIC_WRITE,
                                         FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,

@@ -11,9 +11,31 @@ class PathsTest : public QObject
     Q_OBJECT
 
 private slots:
+    void narrowTextComesBackFromItsPath_data();
+    void narrowTextComesBackFromItsPath();
     void separatorsBecomeNative();
     void nameIsJoinedWithTheNativeSeparator();
 };
+
+void PathsTest::narrowTextComesBackFromItsPath_data()
+{
+    QTest::addColumn<QByteArray>("text");
+    QTest::addColumn<QString>("path");
+    QTest::newRow("empty") << QByteArray() << QString();
+    QTest::newRow("ASCII") << QByteArray("a b/c.zek") << QStringLiteral("a b/c.zek");
+    if (!platform::speaksBatch()) {
+        QTest::newRow("UTF-8") << QByteArray("\xc3\xbc.zek") << QString(QChar(0xfc)) + ".zek";
+    }
+}
+
+void PathsTest::narrowTextComesBackFromItsPath()
+{
+    QFETCH(QByteArray, text);
+    QFETCH(QString, path);
+    const std::filesystem::path found = platform::pathOf(text.toStdString());
+    QCOMPARE(QString::fromStdString(found.u8string()), path);
+    QCOMPARE(QByteArray::fromStdString(platform::textOf(found)), text);
+}
 
 void PathsTest::separatorsBecomeNative()
 {
