@@ -9,7 +9,8 @@ target_link_libraries(tarnel_window PUBLIC
     tarnel_deck tarnel_parameters tarnel_setup tarnel_jobs tarnel_results)
 tarnel_form(tarnel_window main_window)
 
-add_executable(tarnel WIN32 app/main.cpp $<$<BOOL:${WIN32}>:app/main_windows.cpp>)
+# Never both: a program with a `main` is entered there, even on Windows.
+add_executable(tarnel WIN32 $<IF:$<BOOL:${WIN32}>,app/main_windows.cpp,app/main.cpp>)
 target_link_libraries(tarnel PRIVATE tarnel_warnings tarnel_window)
 # The entry of our own narrows the command line; Qt's would be a second one.
 set_target_properties(tarnel PROPERTIES Qt5_NO_LINK_QTMAIN ON)

@@ -11,4 +11,8 @@ void fillConstants();
 /// user's locale in force.
 void keepNumbersNeutral();
 
+/// A whole process: the application, what stands above, and the window until it is closed. Gives
+/// the exit code.
+int run(int argc, char** argv);
+
 } // namespace startup
