@@ -30,6 +30,8 @@ private slots:
 
     void updatingReplacesAnOlderFileOnly_data();
     void updatingReplacesAnOlderFileOnly();
+    void newCopyHasTheBytesAndTheRights_data();
+    void newCopyHasTheBytesAndTheRights();
     void newFileNeverReplacesAnother();
     void fileKeepsItsNameInAFolder();
     void treeIsRemovedWithAllThatItHolds();
@@ -67,6 +69,30 @@ void FileOperationsTest::updatingReplacesAnOlderFileOnly()
                         fs::last_write_time(path("from")) - std::chrono::seconds(ageInSeconds));
     platform::copyFileUpdating(path("from"), path("to"));
     QCOMPARE(content("to"), expected);
+}
+
+void FileOperationsTest::newCopyHasTheBytesAndTheRights_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::newRow("empty") << 0;
+    QTest::newRow("short") << 5;
+    QTest::newRow("long") << 3000001;
+}
+
+void FileOperationsTest::newCopyHasTheBytesAndTheRights()
+{
+    QFETCH(int, size);
+    QByteArray bytes(size, 'x');
+    for (int index = 0; index < size; ++index) {
+        bytes[index] = static_cast<char>(index % 251);
+    }
+    writeFile(m_root->filePath("from"), bytes);
+    fs::permissions(path("from"), fs::perms::owner_all | fs::perms::others_write);
+    platform::copyFileUpdating(path("from"), path("to"));
+    QVERIFY(content("to") == bytes);
+    QCOMPARE(static_cast<int>(fs::status(path("to")).permissions()),
+             static_cast<int>(fs::status(path("from")).permissions()));
+    QVERIFY(content("from") == bytes);
 }
 
 void FileOperationsTest::newFileNeverReplacesAnother()
