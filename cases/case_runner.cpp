@@ -7,7 +7,6 @@
 #include "platform/interpreter.h"
 
 #include <QProcess>
-#include <QProcessEnvironment>
 #include <QStringList>
 #include <QSysInfo>
 
@@ -34,9 +33,7 @@ public:
         : m_control(control)
     {
         const fs::path folder = setup.caseRoot / batchCase.folder();
-        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-        environment.insert(CaseVariable, QString::fromStdString(folder.string()));
-        m_process.setProcessEnvironment(environment);
+        m_process.setVariable(CaseVariable, QString::fromStdString(folder.string()));
         m_process.setWorkingDirectory(QString::fromStdString(setup.caseRoot.string()));
         m_process.setProcessChannelMode(QProcess::MergedChannels);
     }
@@ -50,7 +47,7 @@ public:
     CControlledChild(const CControlledChild&) = delete;
     CControlledChild& operator=(const CControlledChild&) = delete;
 
-    QProcess& process() { return m_process; }
+    CChildProcess& process() { return m_process; }
 
     void start(const QString& program, const QStringList& arguments)
     {
@@ -86,7 +83,7 @@ QString outputFile(const SBatchCase& batchCase, const SRunSetup& setup)
 }
 
 /// What is to be said of a child that has ended; nothing where it ended well.
-QString troubleOf(const QProcess& process, const QString& who, SCaseNote& note)
+QString troubleOf(const CChildProcess& process, const QString& who, SCaseNote& note)
 {
     if (process.error() == QProcess::FailedToStart) {
         return who + " didn't start: " + process.errorString();

@@ -49,8 +49,7 @@ private:
     {
         m_simulator.setWorkingDirectory(QString::fromStdString(m_task.m_sCaseRoot));
         m_simulator.setStandardErrorFile(QProcess::nullDevice());
-        // No context object: this thread has no event loop that could deliver the call.
-        QObject::connect(&m_simulator, &QProcess::readyRead, [this] { takeOutput(); });
+        m_simulator.setOutputHandler([this] { takeOutput(); });
         QStringList words =
             QProcess::splitCommand(QString::fromStdString(m_task.m_commands.m_sSimulator));
         const QString program = words.isEmpty() ? QString() : words.takeFirst();

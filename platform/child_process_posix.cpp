@@ -1,11 +1,10 @@
 #include "platform/child_process.h"
 
+#include "platform/child_state.h"
+
+#include <QFile>
+
 #include <csignal>
-#include <pthread.h>
-#ifdef __linux__
-#include <sys/prctl.h>
-#endif
-#include <unistd.h>
 
 #include <filesystem>
 #include <fstream>
@@ -13,25 +12,12 @@
 #include <map>
 #include <sstream>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace fs = std::filesystem;
 
 namespace {
-
-pid_t startingProcess = 0;
-
-/// Runs in the child right behind the fork. Between that and the start of its program the child
-/// waits for its parent; without one it would wait for ever, and hold what it inherited.
-void endWithParent()
-{
-#ifdef __linux__
-    ::prctl(PR_SET_PDEATHSIG, SIGKILL);
-    if (::getppid() != startingProcess) {
-        ::_exit(1);
-    }
-#endif
-}
 
 /// The parent of a process, 0 where there is none of that name.
 pid_t parentOf(const std::string& process)
@@ -87,26 +73,159 @@ void endTree(pid_t child)
 
 } // namespace
 
-CChildProcess::CChildProcess() = default;
-
-CChildProcess::~CChildProcess() = default;
-
-// Runs in the child between fork and exec: only what is safe there.
-void CChildProcess::setupChildProcess()
+CChildProcess::CChildProcess()
+    : m_state(std::make_unique<State>())
 {
-    ::setpgid(0, 0);
-    // Said again for the case that Qt found another way to fork than the one that has handlers.
-    if (startingProcess != 0) {
-        endWithParent();
-    }
+}
+
+CChildProcess::~CChildProcess()
+{
+    m_state->outputHandler = nullptr;
+    kill();
+    waitForFinished(-1);
 }
 
 void CChildProcess::endWithStartingThreads()
 {
-    if (startingProcess == 0) {
-        startingProcess = ::getpid();
-        ::pthread_atfork(nullptr, nullptr, &endWithParent);
+    State::endsWithThreads = true;
+}
+
+void CChildProcess::setWorkingDirectory(const QString& folder)
+{
+    m_state->folder = folder;
+}
+
+void CChildProcess::setVariable(const QString& name, const QString& value)
+{
+    m_state->variables.push_back(QFile::encodeName(name + '=' + value));
+}
+
+void CChildProcess::setProcessChannelMode(QProcess::ProcessChannelMode mode)
+{
+    m_state->mode = mode;
+}
+
+void CChildProcess::setStandardInputFile(const QString& file)
+{
+    m_state->inputFile = file;
+}
+
+void CChildProcess::setStandardOutputFile(const QString& file, QIODevice::OpenMode mode)
+{
+    m_state->outputFile = file;
+    m_state->outputMode = mode;
+}
+
+void CChildProcess::setStandardErrorFile(const QString& file)
+{
+    m_state->errorFile = file;
+}
+
+void CChildProcess::setOutputHandler(std::function<void()> handler)
+{
+    m_state->outputHandler = std::move(handler);
+}
+
+void CChildProcess::start(const QString& program, const QStringList& arguments)
+{
+    m_state->program = program;
+    m_state->start(arguments);
+}
+
+qint64 CChildProcess::processId() const
+{
+    return m_state->process;
+}
+
+QString CChildProcess::program() const
+{
+    return m_state->program;
+}
+
+bool CChildProcess::waitForStarted() const
+{
+    return m_state->process != 0;
+}
+
+bool CChildProcess::waitForReadyRead(int milliseconds)
+{
+    const QDeadlineTimer deadline(milliseconds);
+    m_state->hasNewOutput = false;
+    while (!m_state->hasNewOutput && m_state->output.isOpen() && !deadline.hasExpired()) {
+        m_state->step(deadline);
     }
+    return m_state->hasNewOutput;
+}
+
+bool CChildProcess::waitForFinished(int milliseconds)
+{
+    if (!m_state->running) {
+        return false;
+    }
+    const QDeadlineTimer deadline(milliseconds);
+    do {
+        m_state->step(deadline);
+    } while (m_state->running && !deadline.hasExpired());
+    return !m_state->running;
+}
+
+bool CChildProcess::canReadLine() const
+{
+    return m_state->unread.contains('\n');
+}
+
+QByteArray CChildProcess::readLine()
+{
+    const int end = m_state->unread.indexOf('\n');
+    const QByteArray line = m_state->unread.left(end < 0 ? m_state->unread.size() : end + 1);
+    m_state->unread.remove(0, line.size());
+    return line;
+}
+
+QByteArray CChildProcess::readAllStandardOutput()
+{
+    return std::exchange(m_state->unread, {});
+}
+
+// A child that takes nothing more is no reason for the program to end.
+void CChildProcess::write(const QByteArray& bytes)
+{
+    std::signal(SIGPIPE, SIG_IGN);
+    m_state->toWrite.append(bytes);
+    m_state->writeInput();
+}
+
+void CChildProcess::closeWriteChannel()
+{
+    m_state->closesInput = true;
+    m_state->writeInput();
+}
+
+void CChildProcess::kill()
+{
+    if (m_state->running) {
+        ::kill(m_state->process, SIGKILL);
+    }
+}
+
+QProcess::ProcessError CChildProcess::error() const
+{
+    return m_state->error;
+}
+
+QString CChildProcess::errorString() const
+{
+    return m_state->trouble;
+}
+
+QProcess::ExitStatus CChildProcess::exitStatus() const
+{
+    return m_state->exitStatus;
+}
+
+int CChildProcess::exitCode() const
+{
+    return m_state->exitCode;
 }
 
 CKillSwitch::~CKillSwitch() = default;

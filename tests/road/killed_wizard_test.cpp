@@ -82,6 +82,7 @@ private:
     void begin(const QStringList& more = QStringList());
     bool hasCome(const QString& file) const;
     void killWhen(const std::function<bool()>& moment);
+    bool anyWizardLives() const;
     void awaitSimulators() const;
     QString job() const { return m_root->filePath(QStringLiteral("save/JobSpec")); }
     QString inRoot(const QString& name) const;
@@ -150,6 +151,21 @@ void KilledWizardTest::killWhen(const std::function<bool()>& moment)
     QCOMPARE(m_wizard->exitStatus(), QProcess::CrashExit);
 }
 
+/// A wizard that dies while it starts a simulator leaves a copy of itself, which has to go as well.
+bool KilledWizardTest::anyWizardLives() const
+{
+    for (const QString& name : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
+        QFile file(QStringLiteral("/proc/%1/cmdline").arg(name));
+        if (file.open(QIODevice::ReadOnly)) {
+            const QByteArray command = file.readAll();
+            if (command.startsWith(TARNEL_RUN_PROBE) && command.contains(m_deck.toUtf8())) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
 /// Simulators that ran when the wizard died go on to their end.
 void KilledWizardTest::awaitSimulators() const
 {
@@ -181,6 +197,7 @@ void KilledWizardTest::jobLoadsAndFinishedCasesAreWhole()
     begin();
     killWhen([&] { return hasCome(moment); });
     awaitSimulators();
+    QTRY_VERIFY(!anyWizardLives());
     QVERIFY(fingerprints(fs::path(m_deck.toStdString()).parent_path()) == deck);
 
     for (int number = 0; number < cases; ++number) {
