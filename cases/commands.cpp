@@ -20,7 +20,6 @@
 
 #include <cstdio>
 #include <fstream>
-#include <functional>
 #include <iostream>
 #include <thread>
 #include <unistd.h>
@@ -30,79 +29,8 @@ namespace fs = std::filesystem;
 namespace cases {
 namespace {
 
-constexpr int AllDone = 0;
-constexpr int NotAllDone = 1;
-constexpr int CannotDo = 2;
 constexpr int RedrawMs = 200;
 constexpr std::size_t RanksShown = 10;
-
-/// One sentence about a command line.
-class CUsageError : public std::runtime_error
-{
-public:
-    using std::runtime_error::runtime_error;
-};
-
-/// A command's words, taken apart.
-struct SCall
-{
-    QStringList positions;
-    const QCommandLineParser* parser;
-
-    bool isSet(const QString& option) const { return parser->isSet(option); }
-    std::string text(const QString& option) const { return parser->value(option).toStdString(); }
-    fs::path folder(int position) const;
-};
-
-struct SCommand
-{
-    QString name;
-    QString purpose;
-    QStringList positions; ///< names of what has to be given
-    QList<QCommandLineOption> options;
-    std::function<int(const SCall&)> run;
-};
-
-fs::path SCall::folder(int position) const
-{
-    const fs::path given(positions[position].toStdString());
-    std::error_code error;
-    fs::path folder = fs::canonical(given, error);
-    if (error || !fs::is_directory(folder)) {
-        throw CUsageError("there is no folder " + given.string());
-    }
-    return folder;
-}
-
-std::size_t countFrom(const SCall& call, const QString& option, std::size_t otherwise)
-{
-    if (!call.isSet(option)) {
-        return otherwise;
-    }
-    bool isNumber = false;
-    const uint count = call.parser->value(option).toUInt(&isNumber);
-    if (!isNumber || count == 0) {
-        throw CUsageError("\"" + call.text(option) + "\" is no number of cases at a time");
-    }
-    return count;
-}
-
-CCaseSelection selectionOf(const SCall& call)
-{
-    return CCaseSelection::fromText(call.isSet("only") ? call.text("only") : "missing");
-}
-
-std::string simulatorOf(const SCall& call)
-{
-    if (!call.isSet("simulator")) {
-        return {};
-    }
-    const fs::path path(call.text("simulator"));
-    if (!fs::exists(path)) {
-        throw CUsageError("there is no simulator " + path.string());
-    }
-    return fs::absolute(path).lexically_normal().string();
-}
 
 /// The command word of Python where a case needs it. Throws CUsageError where it or conda is
 /// missing.
@@ -181,11 +109,10 @@ int run(const SCall& call)
 {
     const fs::path caseRoot = call.folder(0);
     const std::vector<SBatchCase> all = readBatchFile(caseRoot);
-    const CCaseSelection selection = selectionOf(call);
+    const CCaseSelection selection = call.selection();
     const std::vector<SBatchCase> selected = selection.select(all, caseRoot);
-    const SRunSetup setup{caseRoot, simulatorOf(call), analysisPython(selected)};
-    const std::size_t atATime =
-        countFrom(call, "j", std::max(1u, std::thread::hardware_concurrency()));
+    const SRunSetup setup{caseRoot, call.simulator(), analysisPython(selected)};
+    const std::size_t atATime = call.count("j", std::max(1u, std::thread::hardware_concurrency()));
 
     const bool json = call.isSet("json");
     std::FILE* const stream = json ? stderr : stdout;
@@ -237,12 +164,12 @@ int submitCases(const SCall& call)
 {
     const fs::path caseRoot = call.folder(0);
     const std::vector<SBatchCase> all = readBatchFile(caseRoot);
-    const std::vector<SBatchCase> selected = selectionOf(call).select(all, caseRoot);
+    const std::vector<SBatchCase> selected = call.selection().select(all, caseRoot);
     SSubmission submission{caseRoot,
                            {},
-                           countFrom(call, "j", 0),
+                           call.count("j", 0),
                            QProcess::splitCommand(call.parser->value("sbatch")),
-                           simulatorOf(call)};
+                           call.simulator()};
     for (const SBatchCase& batchCase : selected) {
         submission.numbers.push_back(batchCase.number);
     }
@@ -370,6 +297,8 @@ QCommandLineOption valueOption(const QString& name, const QString& value, const 
     return {name, text, value};
 }
 
+} // namespace
+
 QList<SCommand> commands()
 {
     const QCommandLineOption json("json", "Report as JSON.");
@@ -403,72 +332,6 @@ QList<SCommand> commands()
           json},
          compareCases},
     };
-}
-
-std::string overview(const QList<SCommand>& all)
-{
-    std::string text = "Usage: tarnel-cases COMMAND ...\n\n"
-                       "Runs, watches and compares the cases of a folder that Tarnel made with\n"
-                       "\"Generate Distributed Files\".\n\n";
-    for (const SCommand& command : all) {
-        text += "  " + command.name.leftJustified(9).toStdString() + command.purpose.toStdString() +
-                "\n";
-    }
-    return text + "\ntarnel-cases COMMAND --help tells more.\n";
-}
-
-int runParsed(const SCommand& command, const QStringList& words)
-{
-    QCommandLineParser parser;
-    parser.setApplicationDescription(command.purpose);
-    const QCommandLineOption help({"h", "help"}, "Show this help.");
-    parser.addOption(help);
-    parser.addOptions(command.options);
-    if (!parser.parse(words)) {
-        throw CUsageError(parser.errorText().toStdString());
-    }
-    if (parser.isSet(help)) {
-        const QString usage = "Usage: tarnel-cases " + command.name + " [options] ";
-        std::cout << usage.toStdString() << command.positions.join(' ').toStdString() << "\n"
-                  << parser.helpText().section('\n', 1).toStdString();
-        return AllDone;
-    }
-    const QStringList positions = parser.positionalArguments().mid(1);
-    if (positions.size() != command.positions.size()) {
-        throw CUsageError(command.name.toStdString() + " needs " +
-                          command.positions.join(" and ").toStdString() + ", and nothing else");
-    }
-    return command.run({positions, &parser});
-}
-
-int dispatch(const QStringList& arguments)
-{
-    const QList<SCommand> all = commands();
-    const QString name = arguments.value(1);
-    if (name == "--help" || name == "-h") {
-        std::cout << overview(all);
-        return AllDone;
-    }
-    for (const SCommand& command : all) {
-        if (command.name == name) {
-            return runParsed(command, arguments);
-        }
-    }
-    throw CUsageError(name.isEmpty() ? "no command is given; see tarnel-cases --help"
-                                     : "there is no command \"" + name.toStdString() +
-                                           "\"; see tarnel-cases --help");
-}
-
-} // namespace
-
-int runCommand(const QStringList& arguments)
-{
-    try {
-        return dispatch(arguments);
-    } catch (const std::exception& error) {
-        std::cerr << "tarnel-cases: " << error.what() << std::endl;
-        return CannotDo;
-    }
 }
 
 } // namespace cases

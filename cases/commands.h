@@ -1,12 +1,29 @@
 #pragma once
 
-#include <QStringList>
+#include "cases/call.h"
+
+#include <QCommandLineOption>
+#include <QList>
+
+#include <functional>
 
 namespace cases {
 
-/// Runs the command that the arguments name, the program's own name first among them. Returns the
-/// exit code: 0 where all cases asked for are done, 1 where one is not, 2 behind a sentence on the
-/// standard error stream about what can't be done.
-int runCommand(const QStringList& arguments);
+// What a command ends with.
+constexpr int AllDone = 0;
+constexpr int NotAllDone = 1;
+
+struct SCommand
+{
+    QString name;
+    QString purpose;
+    QStringList positions; ///< names of what has to be given
+    QList<QCommandLineOption> options;
+    /// Returns the exit code. Throws an exception with a sentence where it can't be done.
+    std::function<int(const SCall&)> run;
+};
+
+/// All commands, in the order in which they are told.
+QList<SCommand> commands();
 
 } // namespace cases

@@ -1,6 +1,6 @@
 #include "app/constants/file_names.h"
 #include "app/constants/progress_strings.h"
-#include "cases/commands.h"
+#include "cases/command_line.h"
 
 #include <QCoreApplication>
 #include <QGuiApplication>
