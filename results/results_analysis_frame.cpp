@@ -12,7 +12,6 @@
 #include <QDir>
 #include <QFileDialog>
 #include <QFutureWatcher>
-#include <QPointer>
 #include <QProgressDialog>
 #include <QThreadPool>
 #include <QtConcurrent>
@@ -49,21 +48,6 @@ void runAndWait(QThreadPool& pool, Task task)
         QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
     } while (future.isRunning());
     const std::lock_guard<std::mutex> lock(handover);
-}
-
-/// Moves the bar from any thread. The call may come late: the dialog may have been closed by then,
-/// and must not show itself again, or be gone.
-FileObserver progressOf(QWidget* page, QProgressDialog& dialog, bool moves)
-{
-    const QPointer<QProgressDialog> shown(&dialog);
-    return [page, shown, moves](int index) {
-        const auto show = [shown, value = moves ? index : 0] {
-            if (shown && shown->isVisible()) {
-                shown->setValue(value);
-            }
-        };
-        QMetaObject::invokeMethod(page, show, Qt::QueuedConnection);
-    };
 }
 
 } // namespace
@@ -127,14 +111,21 @@ void CResultsAnalysisFrame::collate(const QString& folder)
     dialog.setModal(true);
     dialog.setMinimumDuration(0);
     dialog.show();
+    // Told late, perhaps when the dialog has been closed and mustn't show itself again.
+    const auto advance = [&dialog, simulatorLayout](int index) {
+        if (dialog.isVisible()) {
+            dialog.setValue(simulatorLayout ? index : 0);
+        }
+    };
+    connect(this, &CResultsAnalysisFrame::fileStarted, &dialog, advance, Qt::QueuedConnection);
 
     // A pool of its own: in the global one the tasks would queue behind the cases of a local run.
     QThreadPool pool;
     ResultTable table;
-    runAndWait(pool, [&files, &table, simulatorLayout,
-                      progress = progressOf(this, dialog, simulatorLayout)] {
+    runAndWait(pool, [this, &files, &table, simulatorLayout] {
         const auto gather = simulatorLayout ? gatherSimulatorResults : gatherScriptResults;
-        gather(files, progress, table);
+        gather(
+            files, [this](int index) { emit fileStarted(index); }, table);
     });
 
     dialog.setLabelText(ProgressStrings::CloseProgressBar);

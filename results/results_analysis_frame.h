@@ -15,6 +15,10 @@ public:
 
     void onPageEntered() override;
 
+signals:
+    /// From any thread: the collation turns to the file of this index, from 0.
+    void fileStarted(int index);
+
 private:
     void setupConnections();
     void browseForFolder();
