@@ -37,7 +37,7 @@ Number convert(const char* function, const std::string& text, Number (*parse)(co
 
 int stoi(const std::string& text)
 {
-    const long long number = convert<long long>(
+    const auto number = convert<long long>(
         "stoi", text, [](const char* begin, char** end) { return std::strtoll(begin, end, 10); });
     if (number < std::numeric_limits<int>::min() || number > std::numeric_limits<int>::max()) {
         failRange("stoi");
@@ -54,7 +54,7 @@ unsigned long stoul(const std::string& text)
     if (negative && std::strchr("0123456789", magnitudeText.c_str()[0]) == nullptr) {
         failInvalid("stoul");
     }
-    const unsigned long long magnitude =
+    const auto magnitude =
         convert<unsigned long long>("stoul", magnitudeText, [](const char* begin, char** end) {
             return std::strtoull(begin, end, 10);
         });

@@ -16,7 +16,7 @@ template <class Owner>
 class CConnectionTable
 {
 public:
-    void store(Owner* owner, std::vector<QMetaObject::Connection> connections)
+    void store(Owner* owner, std::vector<QMetaObject::Connection>&& connections)
     {
         m_connections[owner] = std::move(connections);
     }

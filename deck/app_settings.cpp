@@ -18,7 +18,7 @@ QString keyOf(int selector)
     case CAppSettings::OrvaExeLocation:
         return SettingsKeys::Group + SettingsKeys::OrvaExeLocation;
     default:
-        return QString();
+        return {};
     }
 }
 
@@ -40,7 +40,7 @@ QVariant CAppSettings::value(int selector) const
 {
     const QString key = keyOf(selector);
     if (key.isEmpty()) {
-        return QVariant();
+        return QVariant{};
     }
     const QVariant fallback = QVariant(QStringLiteral(""));
     const QVariant stored = m_settings.value(key, fallback);

@@ -20,7 +20,7 @@ static_assert(sizeof(SCharDoubleDouble) == 528);
 
 H5::StrType text(std::size_t length)
 {
-    return H5::StrType(H5::PredType::C_S1, length);
+    return {H5::PredType::C_S1, length};
 }
 
 } // namespace

@@ -131,6 +131,7 @@ void writeTexts(const H5::DataSet& dataset, const std::vector<std::string>& text
 {
     requireCount(dataset, texts.size());
     std::vector<const char*> pointers;
+    pointers.reserve(texts.size());
     for (const std::string& text : texts) {
         pointers.push_back(text.c_str());
     }

@@ -23,7 +23,7 @@ std::string batchLine(const CaseCommands& commands)
 /// The server runs beside its case and ends with it: the next one may want the same port.
 std::string shellLines(const CaseCommands& commands)
 {
-    const std::string run = commands.m_sSimulator + commands.m_sPython + "\n";
+    std::string run = commands.m_sSimulator + commands.m_sPython + "\n";
     if (commands.m_sCoupling.empty()) {
         return run;
     }

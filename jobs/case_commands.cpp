@@ -66,7 +66,7 @@ public:
     {
         const auto& [location, command] = m_context.m_coupling;
         if (location.empty()) {
-            return std::string();
+            return {};
         }
         return m_dialect.quoted(caseFolder() + m_dialect.folderSeparator + location) + " " +
                command;
@@ -75,7 +75,7 @@ public:
     std::string python() const
     {
         if (m_context.m_postProcessing.first != 2) {
-            return std::string();
+            return {};
         }
         const std::string& next = m_dialect.separator;
         return lead() + FileNames::ChangeDirectory + " " + m_dialect.quoted(caseFolder()) + next +
@@ -115,7 +115,7 @@ private:
     std::string deckReference() const
     {
         if (argument(1) == FileNames::NoDeckFlag) {
-            return std::string();
+            return {};
         }
         const std::string deck = m_deck + FileNames::DeckExtension;
         return argument(1) + " " + m_dialect.quoted(m_context.m_bLocal ? inFolder(deck) : deck);

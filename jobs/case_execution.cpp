@@ -75,7 +75,7 @@ private:
         if (command.empty()) {
             return nullptr;
         }
-        const auto thread = std::make_shared<CCouplingThread>(command, m_lastOutput);
+        auto thread = std::make_shared<CCouplingThread>(command, m_lastOutput);
         m_workers.keep(thread);
         return thread;
     }

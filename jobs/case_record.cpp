@@ -155,7 +155,7 @@ private:
     template <class Tuple>
     void take(Tuple& slots)
     {
-        std::apply([this](auto&... slot) { (take(slot), ...); }, slots);
+        std::apply([this](auto&... slot) { (this->take(slot), ...); }, slots);
     }
 
     const CaseRow& m_row;

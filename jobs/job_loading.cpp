@@ -24,7 +24,7 @@ std::string takeFiles(const std::string& job)
 {
     const std::vector<std::string> lines =
         platform::readLines(job + "/" + FileNames::AdditionalFilesStem + FileNames::TextExtension);
-    const std::string deck = lines.empty() ? std::string() : lines.front();
+    std::string deck = lines.empty() ? std::string() : lines.front();
     std::string additionalFiles;
     for (std::size_t index = 1; index < lines.size(); ++index) {
         additionalFiles += platform::joinAsPath(job, lines[index]) + ";";
@@ -38,10 +38,10 @@ std::string takeFiles(const std::string& job)
 
 void takeCoupling(const std::string& job)
 {
+    const std::string file = job + "/" + FileNames::CouplingFileStem + FileNames::TextExtension;
     CDeckStore::Coupling coupling;
     bool isLocation = true;
-    for (const std::string& line :
-         platform::readLines(job + "/" + FileNames::CouplingFileStem + FileNames::TextExtension)) {
+    for (const std::string& line : platform::readLines(file)) {
         (isLocation ? coupling.first : coupling.second) = line;
         isLocation = !isLocation;
     }

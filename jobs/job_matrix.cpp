@@ -8,6 +8,7 @@
 #include "parameters/parameter_entry.h"
 
 #include <charconv>
+#include <cstdint>
 #include <cstring>
 #include <fstream>
 
@@ -48,6 +49,14 @@ void append(std::string& text, const CaseValue& value)
     text.append(digits, result.ptr);
 }
 
+std::uint64_t bitsOf(double number)
+{
+    std::uint64_t bits = 0;
+    static_assert(sizeof bits == sizeof number);
+    std::memcpy(&bits, &number, sizeof bits);
+    return bits;
+}
+
 /// Told by their bits: 0 and -0 are equal numbers of different texts, and NaN is equal to nothing.
 bool haveOneText(const CaseValue& left, const CaseValue& right)
 {
@@ -56,7 +65,7 @@ bool haveOneText(const CaseValue& left, const CaseValue& right)
     if (number == nullptr || other == nullptr) {
         return left == right;
     }
-    return std::memcmp(number, other, sizeof *number) == 0;
+    return bitsOf(*number) == bitsOf(*other);
 }
 
 /// The cells of the line before. Most of a case's values are those of the case before it, and the

@@ -15,6 +15,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <utility>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -30,8 +31,8 @@ std::string bareName(const std::string& path)
 class CJobFolderWriter
 {
 public:
-    explicit CJobFolderWriter(const std::string& folder)
-        : m_folder(folder)
+    explicit CJobFolderWriter(std::string folder)
+        : m_folder(std::move(folder))
         , m_deck(CDeckStore::instance()->creatorData().front().m_sName)
         , m_deckPath(CAppSettings::instance()->text(CAppSettings::ZEKPath).toStdString())
     {

@@ -297,6 +297,7 @@ CTableItem* CParameterEditorFrame::cellAt(int column) const
 std::vector<CaseValue> CParameterEditorFrame::columnValues() const
 {
     std::vector<CaseValue> values;
+    values.reserve(static_cast<std::size_t>(m_tableWidget->columnCount()));
     for (int column = 0; column < m_tableWidget->columnCount(); ++column) {
         values.push_back(cellAt(column)->value());
     }

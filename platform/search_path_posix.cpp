@@ -20,7 +20,7 @@ std::string pythonIn(const std::string& folder)
             return word;
         }
     }
-    return std::string();
+    return {};
 }
 
 bool condaIn(const std::string& folder)

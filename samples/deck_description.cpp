@@ -20,6 +20,7 @@ public:
     std::vector<DeckRow> rows(const std::vector<std::vector<std::string>>& names, std::size_t count)
     {
         std::vector<DeckRow> rows;
+        rows.reserve(names.size());
         for (const std::vector<std::string>& name : names) {
             rows.push_back({name, next(count)});
         }

@@ -265,8 +265,8 @@ void writeText(const std::filesystem::path& path, const std::string& text)
 DeckPaths writeDeck(const DeckDescription& description, const std::filesystem::path& folder,
                     const std::string& stem)
 {
-    const DeckPaths paths{folder / (stem + ".zek"), folder / (stem + ".ynd"),
-                          folder / (stem + "_data") / "0.h5"};
+    DeckPaths paths{folder / (stem + ".zek"), folder / (stem + ".ynd"),
+                    folder / (stem + "_data") / "0.h5"};
     std::filesystem::create_directories(paths.dataFile.parent_path());
     writeText(paths.deck, description.opaqueText);
     writeText(paths.companion, description.companionText);

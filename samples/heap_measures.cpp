@@ -21,6 +21,7 @@ double totalMass(const std::vector<SBody>& bodies)
 double runOutOf(const std::vector<SBody>& bodies)
 {
     std::vector<std::pair<double, double>> massByEdge;
+    massByEdge.reserve(bodies.size());
     for (const SBody& body : bodies)
         massByEdge.emplace_back(body.x + body.radius, body.mass);
     std::sort(massByEdge.begin(), massByEdge.end());

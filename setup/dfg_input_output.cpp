@@ -61,7 +61,7 @@ std::any converted(int dataType, const std::string& value)
         return QString::fromStdString(value);
     default:
         std::cout << "Missing data type expected in dfg file" << std::endl;
-        return std::any();
+        return {};
     }
 }
 

@@ -259,14 +259,14 @@ void CDoubleSpinBox::onCursorPositionChanged(int /*oldPos*/, int newPos)
     SuffixText::keepCaretOut(*lineEdit(), suffix(), newPos);
 }
 
-void CDoubleSpinBox::onTextEdited(QString text)
+void CDoubleSpinBox::onTextEdited(const QString& text)
 {
     SuffixText::restore(*lineEdit(), suffix(), text);
     const QString number = SuffixText::without(lineEdit()->text(), suffix());
     m_bEdited = hasAcceptableInput() && !isOwnText(number);
 }
 
-void CDoubleSpinBox::onUpdateUnits(QString /*text*/)
+void CDoubleSpinBox::onUpdateUnits(const QString& /*text*/)
 {
     applyUnits();
     setValue(m_value);

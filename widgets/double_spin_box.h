@@ -44,11 +44,11 @@ signals:
     void valueModified(double newVal);
 
 public slots:
-    void onUpdateUnits(QString text);
+    void onUpdateUnits(const QString& text);
     void onEditingFinished();
     void onSelectionChanged();
     void onCursorPositionChanged(int oldPos, int newPos);
-    void onTextEdited(QString text);
+    void onTextEdited(const QString& text);
     void stepDown();
     void stepUp();
 

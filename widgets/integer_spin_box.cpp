@@ -188,14 +188,14 @@ void CIntegerSpinBox::onCursorPositionChanged(int /*oldPos*/, int newPos)
     SuffixText::keepCaretOut(*lineEdit(), suffix(), newPos);
 }
 
-void CIntegerSpinBox::onTextEdited(QString text)
+void CIntegerSpinBox::onTextEdited(const QString& text)
 {
     SuffixText::restore(*lineEdit(), suffix(), text);
     const QString number = SuffixText::without(lineEdit()->text(), suffix());
     m_bEdited = hasAcceptableInput() && !isOwnText(number);
 }
 
-void CIntegerSpinBox::onUpdateUnits(QString /*text*/)
+void CIntegerSpinBox::onUpdateUnits(const QString& /*text*/)
 {
     applyUnits();
     setValue(m_value);

@@ -41,11 +41,11 @@ signals:
     void valueModified(int newVal);
 
 public slots:
-    void onUpdateUnits(QString text);
+    void onUpdateUnits(const QString& text);
     void onEditingFinished();
     void onSelectionChanged();
     void onCursorPositionChanged(int oldPos, int newPos);
-    void onTextEdited(QString text);
+    void onTextEdited(const QString& text);
     void stepDown();
     void stepUp();
 

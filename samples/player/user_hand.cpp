@@ -52,7 +52,7 @@ QString textOfWidget(const QWidget* widget)
     if (const auto* button = qobject_cast<const QAbstractButton*>(widget)) {
         return button->text();
     }
-    return QString();
+    return {};
 }
 
 QTreeWidgetItem* childLabelled(const QTreeWidget* tree, const QTreeWidgetItem* parent,
@@ -72,9 +72,9 @@ QTreeWidgetItem* childLabelled(const QTreeWidget* tree, const QTreeWidgetItem* p
 QPoint pressPoint(const QWidget* widget)
 {
     if (qobject_cast<const QGroupBox*>(widget) != nullptr) {
-        return QPoint(10, widget->fontMetrics().height() / 2);
+        return {10, widget->fontMetrics().height() / 2};
     }
-    return QPoint(qMin(10, widget->width() / 2), widget->height() / 2);
+    return {qMin(10, widget->width() / 2), widget->height() / 2};
 }
 
 } // namespace
