@@ -191,7 +191,7 @@ QByteArray CChildProcess::readAllStandardOutput()
 void CChildProcess::write(const QByteArray& bytes)
 {
     std::signal(SIGPIPE, SIG_IGN);
-    m_state->toWrite.append(bytes);
+    m_state->toWrite.append(bytes.constData(), static_cast<std::size_t>(bytes.size()));
     m_state->writeInput();
 }
 

@@ -6,6 +6,7 @@
 #include <QDeadlineTimer>
 
 #include <atomic>
+#include <string>
 #include <sys/types.h>
 #include <vector>
 
@@ -33,7 +34,7 @@ struct CChildProcess::State
     Descriptor end;
     Descriptor input;
     Descriptor output;
-    QByteArray toWrite;
+    std::string toWrite;
     bool closesInput = false;
     QByteArray unread;
     bool hasNewOutput = false;

@@ -145,7 +145,7 @@ void CChildProcess::State::step(const QDeadlineTimer& deadline)
 {
     std::array<pollfd, 3> events{{{end.get(), POLLIN, 0},
                                   {output.get(), POLLIN, 0},
-                                  {toWrite.isEmpty() ? -1 : input.get(), POLLOUT, 0}}};
+                                  {toWrite.empty() ? -1 : input.get(), POLLOUT, 0}}};
     auto patience = static_cast<int>(deadline.remainingTime());
     if (!end.isOpen() && (patience < 0 || patience > LookPauseMs)) {
         patience = LookPauseMs;
@@ -166,11 +166,10 @@ void CChildProcess::State::step(const QDeadlineTimer& deadline)
 
 void CChildProcess::State::writeInput()
 {
-    while (input.isOpen() && !toWrite.isEmpty()) {
-        const ssize_t written =
-            ::write(input.get(), toWrite.constData(), static_cast<std::size_t>(toWrite.size()));
+    while (input.isOpen() && !toWrite.empty()) {
+        const ssize_t written = ::write(input.get(), toWrite.data(), toWrite.size());
         if (written > 0) {
-            toWrite.remove(0, static_cast<int>(written));
+            toWrite.erase(0, static_cast<std::size_t>(written));
         } else if (errno == EAGAIN) {
             return;
         } else if (errno != EINTR) {
