@@ -100,5 +100,5 @@ private:
     std::mutex m_mutex;
     Wish m_wish = Wish::None;
     qint64 m_processId = 0;
-    void* m_handle = nullptr;
+    [[maybe_unused]] void* m_handle = nullptr; ///< for Windows alone
 };

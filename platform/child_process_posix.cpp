@@ -177,7 +177,7 @@ bool CChildProcess::canReadLine() const
 QByteArray CChildProcess::readLine()
 {
     const int end = m_state->unread.indexOf('\n');
-    const QByteArray line = m_state->unread.left(end < 0 ? m_state->unread.size() : end + 1);
+    QByteArray line = m_state->unread.left(end < 0 ? m_state->unread.size() : end + 1);
     m_state->unread.remove(0, line.size());
     return line;
 }
@@ -268,7 +268,7 @@ void CKillSwitch::fulfil()
     if (m_wish == Wish::None || m_processId <= 0) {
         return;
     }
-    const pid_t child = static_cast<pid_t>(m_processId);
+    const auto child = static_cast<pid_t>(m_processId);
     if (m_wish == Wish::End) {
         endTree(child);
         return;

@@ -16,6 +16,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+// NOLINTNEXTLINE(readability-redundant-declaration): POSIX leaves it to the program
 extern char** environ;
 
 namespace platform {
@@ -108,6 +109,7 @@ pid_t startProcess(const SPlan& plan)
 std::vector<char*> pointersTo(const std::vector<QByteArray>& texts)
 {
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (const QByteArray& text : texts) {
         // Taken by a function that promises not to write, but doesn't say so.
         pointers.push_back(const_cast<char*>(text.constData()));
@@ -123,7 +125,7 @@ std::vector<char*> environmentWith(const std::vector<QByteArray>& variables)
     result.pop_back();
     for (char** own = environ; own != nullptr && *own != nullptr; ++own) {
         const auto replacesIt = [own](const QByteArray& variable) {
-            const auto length = static_cast<std::size_t>(variable.indexOf('=') + 1);
+            const auto length = static_cast<std::size_t>(variable.indexOf('=')) + 1;
             return std::strncmp(*own, variable.constData(), length) == 0;
         };
         if (std::none_of(variables.begin(), variables.end(), replacesIt)) {
