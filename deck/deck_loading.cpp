@@ -3,43 +3,16 @@
 #include "deck/deck_files.h"
 #include "deck/deck_serializer.h"
 #include "platform/paths.h"
+#include "platform/rethrow.h"
 #include "platform/write_access.h"
+#include "platform/write_time.h"
 
 #include <QFile>
 
 #include <H5Cpp.h>
 
-#include <filesystem>
-#include <system_error>
-
-namespace fs = std::filesystem;
-
 namespace DeckLoading {
 namespace {
-
-/// The modification time of a file at the time of construction.
-class CModificationTime
-{
-public:
-    explicit CModificationTime(fs::path path)
-        : m_path(std::move(path))
-        , m_time(fs::last_write_time(m_path, m_error))
-    {
-    }
-
-    void putBack()
-    {
-        if (!m_error) {
-            std::error_code ignored;
-            fs::last_write_time(m_path, m_time, ignored);
-        }
-    }
-
-private:
-    fs::path m_path;
-    std::error_code m_error;
-    fs::file_time_type m_time;
-};
 
 /// A deck that can't be written to is refused, but it is read without the right to write: of a
 /// damaged one, or of one with bytes behind its data, the library would change something when it
@@ -65,13 +38,13 @@ CCreatorData badData()
 
 void readDataFile(CDeckSerializer& serializer, const std::string& path, CCreatorData& record)
 {
-    CModificationTime time(platform::pathOf(path));
+    platform::CWriteTime time(platform::pathOf(path));
     try {
         openAndWalk(serializer, path, record);
     } catch (...) {
         // Without a handler the process would end before any destructor ran.
         time.putBack();
-        throw;
+        platform::rethrow();
     }
     time.putBack();
 }

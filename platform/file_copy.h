@@ -10,4 +10,8 @@ namespace platform {
 void copyFile(const std::filesystem::path& from, const std::filesystem::path& to,
               std::filesystem::copy_options options, std::error_code& error);
 
+/// What std::filesystem::copy does with a file and a folder.
+void copyInto(const std::filesystem::path& file, const std::filesystem::path& folder,
+              std::error_code& error);
+
 } // namespace platform

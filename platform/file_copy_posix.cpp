@@ -60,4 +60,10 @@ void copyFile(const fs::path& from, const fs::path& to, fs::copy_options options
     }
 }
 
+void copyInto(const std::filesystem::path& file, const std::filesystem::path& folder,
+              std::error_code& error)
+{
+    std::filesystem::copy(file, folder, error);
+}
+
 } // namespace platform

@@ -39,4 +39,11 @@ void copyFile(const fs::path& from, const fs::path& to, fs::copy_options options
     }
 }
 
+void copyInto(const fs::path& file, const fs::path& folder, std::error_code& error)
+{
+    std::error_code ignored;
+    const fs::path target = fs::is_directory(folder, ignored) ? folder / file.filename() : folder;
+    copyFile(file, target, fs::copy_options::none, error);
+}
+
 } // namespace platform

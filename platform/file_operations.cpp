@@ -50,7 +50,7 @@ void copyNewFile(const CPathArgument& from, const CPathArgument& to)
 void copyIntoFolder(const CPathArgument& file, const CPathArgument& folder)
 {
     std::error_code error;
-    fs::copy(file, folder, error);
+    copyInto(file, folder, error);
     raiseOn(error, "copy", file, folder);
 }
 

@@ -36,7 +36,8 @@ bool takeLine(std::string_view& rest, std::string_view& line)
 
 std::vector<std::string> readLines(const std::string& path)
 {
-    std::ifstream stream(path);
+    // Not in text mode, which would take the CR before readLine does.
+    std::ifstream stream(path, std::ios::binary);
     std::vector<std::string> lines;
     for (std::string line; readLine(stream, line);) {
         lines.push_back(line);
