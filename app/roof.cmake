@@ -14,3 +14,7 @@ add_executable(tarnel WIN32 $<IF:$<BOOL:${WIN32}>,app/main_windows.cpp,app/main.
 target_link_libraries(tarnel PRIVATE tarnel_warnings tarnel_window)
 # The entry of our own narrows the command line; Qt's would be a second one.
 set_target_properties(tarnel PROPERTIES Qt5_NO_LINK_QTMAIN ON)
+if(WIN32)
+    configure_file(app/tarnel_windows.rc.in ${CMAKE_BINARY_DIR}/tarnel.rc @ONLY)
+    target_sources(tarnel PRIVATE ${CMAKE_BINARY_DIR}/tarnel.rc)
+endif()
