@@ -42,10 +42,10 @@ void copyCompanions(const std::filesystem::path& folder)
 {
     std::filesystem::create_directories(folder / "stand_ins");
     for (const char* name : {"column.dfg", "column.qsv", "box.txt", "analyse.py", "join_results.py",
-                             "stand_ins/conda"}) {
-        const auto source = std::filesystem::path(SAMPLE_COMPANIONS) / name;
-        std::filesystem::copy_file(source, folder / name,
-                                   std::filesystem::copy_options::overwrite_existing);
+                             "stand_ins/conda", "stand_ins/conda.bat"}) {
+        // Not every library on Windows can copy over a file.
+        std::filesystem::remove(folder / name);
+        std::filesystem::copy_file(std::filesystem::path(SAMPLE_COMPANIONS) / name, folder / name);
     }
 }
 

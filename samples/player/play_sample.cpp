@@ -1,5 +1,6 @@
 #include "app/main_window.h"
 #include "app/startup.h"
+#include "platform/settings_apart.h"
 #include "samples/player/modal_watcher.h"
 #include "samples/player/sample_road.h"
 #include "samples/player/user_hand.h"
@@ -10,7 +11,6 @@
 #include <QDateTime>
 #include <QDirIterator>
 #include <QFile>
-#include <QSettings>
 #include <QStandardPaths>
 #include <QTest>
 
@@ -74,7 +74,8 @@ struct SOptions
 {
     CSampleRoad::SPlaces places;
     Road road = Road::Export;
-    QSize window; ///< empty for the size that the forms ask for
+    QString collate; ///< folder of cases that ran elsewhere; empty for a whole road
+    QSize window;    ///< empty for the size that the forms ask for
     bool stay = false;
 };
 
@@ -83,6 +84,17 @@ QSize sizeOf(const QString& text)
 {
     const QStringList sides = text.split(QLatin1Char('x'));
     return sides.size() == 2 ? QSize(sides[0].toInt(), sides[1].toInt()) : QSize();
+}
+
+/// The simulator's stand-in: in the build one folder up, in a package beside this program.
+QString standIn()
+{
+    const QFileInfo player(QCoreApplication::applicationFilePath());
+    const QString ending = player.suffix().isEmpty() ? QString() : "." + player.suffix();
+    const QDir folder = player.dir();
+    const QString beside = folder.filePath(QStringLiteral("orva_sample") + ending);
+    const QString above = folder.filePath(QStringLiteral("../orva_sample") + ending);
+    return QDir::cleanPath(QFileInfo::exists(beside) ? beside : above);
 }
 
 SOptions parsedOptions(const QApplication& application)
@@ -102,12 +114,15 @@ SOptions parsedOptions(const QApplication& application)
     const QCommandLineOption road(QStringLiteral("road"),
                                   QStringLiteral("none, export, python or distributed."),
                                   QStringLiteral("road"), QStringLiteral("export"));
+    const QCommandLineOption collate(QStringLiteral("collate"),
+                                     QStringLiteral("Only combine the results of this folder."),
+                                     QStringLiteral("folder"));
     const QCommandLineOption window(QStringLiteral("window"),
                                     QStringLiteral("Size of the window, for instance 1280x800."),
                                     QStringLiteral("size"));
     const QCommandLineOption stay(QStringLiteral("stay"),
                                   QStringLiteral("Leave the window open at the end."));
-    parser.addOptions({sample, work, pictures, road, window, stay});
+    parser.addOptions({sample, work, pictures, road, collate, window, stay});
     parser.process(application);
     SOptions options;
     options.window = sizeOf(parser.value(window));
@@ -118,10 +133,9 @@ SOptions parsedOptions(const QApplication& application)
     options.places.sample = QDir(QDir(parser.value(sample)).absolutePath());
     options.places.work = QDir(QDir(parser.value(work)).absolutePath());
     options.places.pictures = parser.value(pictures);
-    options.places.simulator = QDir(QCoreApplication::applicationDirPath())
-                                   .absoluteFilePath(QStringLiteral("../orva_sample"));
-    options.places.simulator = QDir::cleanPath(options.places.simulator);
+    options.places.simulator = standIn();
     options.road = roads().at(parser.value(road));
+    options.collate = parser.value(collate);
     options.stay = parser.isSet(stay);
     return options;
 }
@@ -130,7 +144,7 @@ SOptions parsedOptions(const QApplication& application)
 void provideConda(const QDir& sample)
 {
     if (QStandardPaths::findExecutable(QStringLiteral("conda")).isEmpty()) {
-        qputenv("PATH", qgetenv("PATH") + ':' +
+        qputenv("PATH", qgetenv("PATH") + QDir::listSeparator().toLatin1() +
                             QFile::encodeName(sample.filePath(QStringLiteral("stand_ins"))));
         say(QStringLiteral("There is no conda here: the sample's stand-in serves."));
     }
@@ -144,7 +158,9 @@ void play(CMainWindow& window, const SOptions& options)
         provideConda(options.places.sample);
     }
     const auto before = fingerprints(options.places.sample);
-    const QString result = CSampleRoad(hand, dialogs, options.places, say).play(options.road);
+    CSampleRoad road(hand, dialogs, options.places, say);
+    const QString result =
+        options.collate.isEmpty() ? road.play(options.road) : road.combine(options.collate);
     if (fingerprints(options.places.sample) != before) {
         throw std::runtime_error("The sample deck or a file beside it was changed.");
     }
@@ -164,8 +180,7 @@ int main(int argc, char** argv)
         QDir().mkpath(options.places.pictures);
     }
     // A play must not replace the paths that the user's own wizard has stored.
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope,
-                       options.places.work.filePath(QStringLiteral("settings")));
+    const CSettingsApart settings(options.places.work.filePath(QStringLiteral("settings")));
     startup::fillConstants();
     CMainWindow window;
     if (!options.window.isEmpty()) {

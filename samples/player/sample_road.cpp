@@ -78,7 +78,8 @@ QString CSampleRoad::play(Road road)
     if (road == Road::Python) {
         awaitAnalyses();
     }
-    QString combined = collate();
+    m_hand.click(QStringLiteral("m_pbNextButton"));
+    QString combined = collate(caseRoot());
     photographCoupling();
     return combined;
 }
@@ -213,16 +214,21 @@ QString CSampleRoad::writeDistributedFiles()
     return batch;
 }
 
-QString CSampleRoad::collate()
+QString CSampleRoad::combine(const QString& folder)
 {
-    m_hand.click(QStringLiteral("m_pbNextButton"));
-    m_hand.type(QStringLiteral("m_leDistributedFilePath"), caseRoot());
+    m_hand.openTab(QStringLiteral("m_tabResultsAnalysis"));
+    return collate(folder);
+}
+
+QString CSampleRoad::collate(const QString& folder)
+{
+    m_hand.type(QStringLiteral("m_leDistributedFilePath"), folder);
     next(QStringLiteral("6-results-analysis.png"));
     m_dialogs.clear();
     m_hand.click(QStringLiteral("m_pbGenerateMasterResults"));
     demand(m_dialogs.texts() == QStringList{QStringLiteral("Operation Complete")},
            m_dialogs.texts().join(QLatin1Char(' ')));
-    QString combined = QDir(caseRoot()).filePath(QStringLiteral("CollatedResults.csv"));
+    QString combined = QDir(folder).filePath(QStringLiteral("CollatedResults.csv"));
     m_say(QStringLiteral("Results Analysis: %1").arg(combined));
     return combined;
 }
@@ -233,10 +239,11 @@ void CSampleRoad::photographCoupling()
         return;
     }
     const QFileInfo simulator(m_places.simulator);
+    const QString ending = simulator.suffix().isEmpty() ? QString() : "." + simulator.suffix();
     m_hand.openTab(QStringLiteral("m_tabProcessingOptions"));
     m_hand.click(QStringLiteral("gbCouplingServer"));
     m_hand.type(QStringLiteral("m_leCouplingLocation"),
-                simulator.dir().filePath(QStringLiteral("coupling_sample")));
+                simulator.dir().filePath(QStringLiteral("coupling_sample") + ending));
     m_hand.type(QStringLiteral("leCouplingCommand"), QStringLiteral("3"));
     next(QStringLiteral("4-processing-options-coupling.png"));
 }

@@ -31,6 +31,10 @@ public:
     /// cases are for another machine. Throws std::runtime_error where a step doesn't come about.
     QString play(Road road);
 
+    /// Combines the results of cases that ran elsewhere, on the last page alone. Returns the path
+    /// of the combined file. Throws as `play`.
+    QString combine(const QString& folder);
+
 private:
     void loadDeck();
     void varyParameters();
@@ -41,7 +45,7 @@ private:
     void runCases();
     void awaitAnalyses();
     QString writeDistributedFiles();
-    QString collate();
+    QString collate(const QString& folder);
     /// No step of the sample: shows what a deck with a coupling server would take.
     void photographCoupling();
     void next(const QString& picture);
