@@ -7,6 +7,7 @@
 #include "deck/app_settings.h"
 #include "deck/deck_loader_frame.h"
 #include "samples/player/modal_watcher.h"
+#include "tests/support/native.h"
 #include "tests/support/test_environment.h"
 
 #include <QAction>
@@ -19,11 +20,6 @@
 #include <QToolBar>
 
 #include <cstring>
-
-#ifdef Q_OS_UNIX
-#include <sys/mman.h>
-#include <unistd.h>
-#endif
 
 namespace {
 
@@ -56,7 +52,6 @@ QPushButton* back(const CMainWindow& window)
     return part<QPushButton>(window, "m_pbBackButton");
 }
 
-#ifdef Q_OS_UNIX
 int s_entries = 0;
 
 void countEntry(CDeckLoaderFrame* /*page*/)
@@ -88,17 +83,13 @@ public:
 private:
     void put(void* function)
     {
-        const auto size = static_cast<std::uintptr_t>(sysconf(_SC_PAGESIZE));
-        auto* begin =
-            reinterpret_cast<void*>(reinterpret_cast<std::uintptr_t>(m_slot) & ~(size - 1));
-        QCOMPARE(mprotect(begin, 2 * size, PROT_READ | PROT_WRITE), 0);
+        QVERIFY(Native::makeWritable(m_slot, sizeof function));
         std::memcpy(m_slot, &function, sizeof function);
     }
 
     char* m_slot = nullptr;
     void* m_original = nullptr;
 };
-#endif
 
 } // namespace
 
@@ -110,9 +101,7 @@ private slots:
     void initTestCase();
     void init();
     void atStartUpBackIsHiddenAndNextVisibleAndEnabled();
-#ifdef Q_OS_UNIX
     void atStartUpTheFirstPageIsEnteredTwice();
-#endif
     void theTabsStandInTheOrderOfTheWizard();
     void onTheLastPageNextIsHidden();
     void anIntermediatePageShowsBoth();
@@ -153,7 +142,6 @@ void CMainWindowTest::atStartUpBackIsHiddenAndNextVisibleAndEnabled()
     QVERIFY(next(window)->isEnabled());
 }
 
-#ifdef Q_OS_UNIX
 void CMainWindowTest::atStartUpTheFirstPageIsEnteredTwice()
 {
     const CEntryCounter counter;
@@ -162,7 +150,6 @@ void CMainWindowTest::atStartUpTheFirstPageIsEnteredTwice()
     tab(window, 0)->trigger();
     QCOMPARE(s_entries, 3);
 }
-#endif
 
 void CMainWindowTest::theTabsStandInTheOrderOfTheWizard()
 {

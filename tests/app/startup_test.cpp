@@ -11,6 +11,8 @@
 #include "parameters/parameter_limits.h"
 #include "setup/simulator_options.h"
 
+#include "tests/support/native.h"
+
 #include <QApplication>
 #include <QLocale>
 #include <QProcess>
@@ -196,12 +198,7 @@ void CStartupTest::everyModuleIsFilled()
 void CStartupTest::numbersAreNeutralAfterwards()
 {
     const QTemporaryDir locales;
-    QCOMPARE(QProcess::execute(
-                 QStringLiteral("localedef"),
-                 {"-i", "de_DE", "-f", "UTF-8", locales.filePath(QStringLiteral("de_DE.UTF-8"))}),
-             0);
-    qputenv("LOCPATH", locales.path().toLocal8Bit());
-    QVERIFY(std::setlocale(LC_ALL, "de_DE.UTF-8") != nullptr);
+    QVERIFY(Native::useGermanNumbers(locales.path()));
     QLocale::setDefault(QLocale(QLocale::German));
     QCOMPARE(std::stod("0.5"), 0.0);
     startup::keepNumbersNeutral();

@@ -1,5 +1,6 @@
 #include "deck/deck_files.h"
 
+#include "platform/paths.h"
 #include "tests/support/test_environment.h"
 
 #include <QtTest>
@@ -47,7 +48,8 @@ private slots:
         QFETCH(QString, companion);
         QFETCH(QString, name);
         const std::string text = deck.toStdString();
-        QCOMPARE(QString::fromStdString(DeckFiles::dataFile(text)), dataFile);
+        const std::string native = platform::withNativeSeparators(dataFile.toStdString());
+        QCOMPARE(DeckFiles::dataFile(text), native);
         QCOMPARE(DeckFiles::companion(deck, ".ynd"), companion);
         QCOMPARE(QString::fromStdString(DeckFiles::deckName(text)), name);
     }

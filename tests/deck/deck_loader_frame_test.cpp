@@ -3,9 +3,11 @@
 #include "app/constants/icons.h"
 #include "deck/app_settings.h"
 #include "deck/deck_store.h"
+#include "platform/interpreter.h"
 #include "samples/player/modal_watcher.h"
 #include "tests/deck/deck_test_files.h"
 #include "tests/deck/expected_record.h"
+#include "tests/support/native.h"
 #include "tests/support/test_environment.h"
 
 #include <QBitmap>
@@ -23,7 +25,7 @@ namespace {
 
 QString text(const fs::path& path)
 {
-    return QString::fromStdString(path.string());
+    return QString::fromStdString(path.generic_string());
 }
 
 QString stored(int selector)
@@ -179,21 +181,21 @@ private slots:
     void pathThatCannotBeAskedForIsRaised()
     {
         const DeckPaths deck = newDeck(plainDeck(14));
-        const fs::path loop = deck.deck.parent_path() / "loop.zek";
-        fs::create_symlink(loop, loop);
+        const QString unaskable =
+            Native::unaskablePath(text(deck.deck.parent_path()), QStringLiteral("loop.zek"));
         SPage page;
         page.deckEdit()->blockSignals(true);
-        page.deckEdit()->setText(text(loop));
+        page.deckEdit()->setText(unaskable);
         try {
             QMetaObject::invokeMethod(&page.frame, "validateFileSelections");
             QFAIL("nothing was raised");
         } catch (const fs::filesystem_error& error) {
             QVERIFY(QByteArray(error.what()).contains("exists"));
-            QCOMPARE(error.path1(), loop);
+            QCOMPARE(text(error.path1()), QDir::fromNativeSeparators(unaskable));
         }
         QCOMPARE(page.complete.count(), 0);
-        const auto end = DeckTestFiles::runProbe({"page", text(loop)});
-        QVERIFY(end.crashed);
+        const auto end = DeckTestFiles::runProbe({"page", unaskable});
+        QVERIFY(end.aborted);
         QVERIFY2(end.error.contains("exists"), end.error.constData());
     }
 
@@ -234,15 +236,20 @@ private slots:
     {
         QFETCH(QByteArray, encoding);
         QFETCH(QString, name);
-        const DeckPaths deck = newDeck(plainDeck(14), "M\xc3\xbchle");
+        const QString deck = DeckTestFiles::renamed(newDeck(plainDeck(14)), "M\u00fchle");
         QTextCodec* const codec = QTextCodec::codecForLocale();
         QTextCodec::setCodecForLocale(QTextCodec::codecForName(encoding));
         SPage page;
-        page.deckEdit()->setText(text(deck.deck));
+        page.deckEdit()->setText(deck);
         QTextCodec::setCodecForLocale(codec);
+        if (platform::speaksBatch()) {
+            // The bytes of UTF-8 are taken in the system's code page there.
+            QVERIFY(!page.lastAnswer());
+            return;
+        }
         QVERIFY(page.lastAnswer());
         QCOMPARE(QString::fromStdString(records().front().m_sName), name);
-        QCOMPARE(stored(CAppSettings::ZEKPath), text(deck.deck));
+        QCOMPARE(stored(CAppSettings::ZEKPath), deck);
     }
 
     void everyLetterTypedIsAnAnswer()

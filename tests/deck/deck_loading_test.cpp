@@ -2,18 +2,16 @@
 
 #include "deck/app_settings.h"
 #include "deck/deck_serializer.h"
+#include "platform/interpreter.h"
 #include "tests/deck/deck_test_files.h"
 #include "tests/deck/expected_record.h"
 #include "tests/deck/silent_library.h"
 #include "tests/deck/stream_capture.h"
+#include "tests/support/native.h"
 #include "tests/support/test_environment.h"
 
 #include <QTextCodec>
 #include <QtTest>
-
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
 
 namespace fs = std::filesystem;
 using DeckTestFiles::newDeck;
@@ -22,7 +20,7 @@ namespace {
 
 QString text(const fs::path& path)
 {
-    return QString::fromStdString(path.string());
+    return QString::fromStdString(path.generic_string());
 }
 
 CCreatorData load(const DeckPaths& deck)
@@ -70,6 +68,9 @@ private slots:
 
     void dataFileOfTheNewestLayoutIsUnchanged()
     {
+        if (!DeckTestFiles::hasPython()) {
+            QSKIP("no h5py there; only it writes that layout");
+        }
         const DeckPaths deck = newDeck(fullDeck(14));
         const QString script = QStringLiteral(R"(
 import h5py, os, sys
@@ -146,13 +147,11 @@ os.replace(sys.argv[1] + '.new', sys.argv[1])
     void dataFileIsOpenedForWriting()
     {
         const DeckPaths deck = newDeck(plainDeck(14));
-        // A reader's lock keeps writers out, and no other readers.
-        const int handle = open(deck.dataFile.c_str(), O_RDONLY);
-        QCOMPARE(flock(handle, LOCK_SH), 0);
-        const CCreatorData locked = load(deck);
-        flock(handle, LOCK_UN);
-        close(handle);
-        QVERIFY(locked == CCreatorData("bad data"));
+        {
+            const CHeldFile held(text(deck.dataFile), CHeldFile::Reader);
+            QVERIFY(held.isHeld());
+            QVERIFY(load(deck) == CCreatorData("bad data"));
+        }
         QVERIFY(!load(deck).m_interactions.empty());
     }
 
@@ -184,10 +183,13 @@ os.replace(sys.argv[1] + '.new', sys.argv[1])
 
     void pathOutsideAsciiIsRead()
     {
+        const QString deck = DeckTestFiles::renamed(newDeck(plainDeck(14)), "M\u00fchle");
         QTextCodec* const codec = QTextCodec::codecForLocale();
-        QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
-        const DeckPaths deck = newDeck(plainDeck(14), "M\xc3\xbchle");
-        const std::string name = load(deck).m_sName;
+        if (!platform::speaksBatch()) {
+            QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+        }
+        CDeckSerializer serializer;
+        const std::string name = DeckLoading::loadDeck(serializer, deck).m_sName;
         QTextCodec::setCodecForLocale(codec);
         QCOMPARE(name, std::string("M\xc3\xbchle"));
     }
@@ -227,7 +229,7 @@ os.replace(sys.argv[1] + '.new', sys.argv[1])
         const fs::file_time_type time = DeckTestFiles::makeOld(deck.dataFile);
         const fs::path& file = command == QLatin1String("data") ? deck.dataFile : deck.deck;
         const auto end = DeckTestFiles::runProbe({command, text(file)});
-        QVERIFY2(end.crashed, end.error.constData());
+        QVERIFY2(end.aborted, end.error.constData());
         QCOMPARE(end.output, QByteArray());
         QVERIFY2(end.error.contains("H5::GroupIException"), end.error.constData());
         QVERIFY(fs::last_write_time(deck.dataFile) == time);
@@ -239,7 +241,7 @@ os.replace(sys.argv[1] + '.new', sys.argv[1])
         unlinkIn(deck, "/CreatorData/0/PhysicsModels/ExternalForces/Ganser Drag/value");
         const fs::file_time_type time = DeckTestFiles::makeOld(deck.dataFile);
         const auto end = DeckTestFiles::runProbe({"page", text(deck.deck)});
-        QVERIFY(end.crashed);
+        QVERIFY(end.aborted);
         QVERIFY2(end.error.contains("invalid vector subscript"), end.error.constData());
         QVERIFY(fs::last_write_time(deck.dataFile) == time);
     }
@@ -249,14 +251,14 @@ os.replace(sys.argv[1] + '.new', sys.argv[1])
         const DeckPaths deck = newDeck(plainDeck(14));
         fs::remove(deck.dataFile);
         const auto end = DeckTestFiles::runProbe({"data", text(deck.dataFile)});
-        QVERIFY(end.crashed);
+        QVERIFY(end.aborted);
         QVERIFY2(end.error.contains("H5::FileIException"), end.error.constData());
     }
 
     void goodDeckEndsNothing()
     {
         const auto end = DeckTestFiles::runProbe({"page", text(newDeck(fullDeck(14)).deck)});
-        QVERIFY2(!end.crashed && end.exitCode == 0, end.error.constData());
+        QVERIFY2(!end.aborted && end.exitCode == 0, end.error.constData());
         QCOMPARE(end.output, QByteArray("typed\n"));
     }
 };

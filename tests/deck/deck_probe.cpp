@@ -23,7 +23,6 @@ namespace {
 void load(const QString& path)
 {
     CDeckSerializer serializer;
-    // Before anything is printed: what stays in the buffer comes out where a sanitizer ends it.
     const std::string name = DeckLoading::loadDeck(serializer, path).m_sName;
     std::cout << "loaded " << name << std::endl;
 }

@@ -88,6 +88,9 @@ private slots:
 
     void anotherLibraryReadsWhatWasWritten()
     {
+        if (!DeckTestFiles::hasPython()) {
+            QSKIP("no h5py there; its decks are read on the other platform");
+        }
         const DeckPaths deck = newDeck(fullDeck(14));
         write(deck, changedRecord(read(deck)));
         const QString script = QStringLiteral(R"(
@@ -131,6 +134,9 @@ with h5py.File(sys.argv[1], 'r') as f:
 
     void whatAnotherLibraryWroteIsRead()
     {
+        if (!DeckTestFiles::hasPython()) {
+            QSKIP("no h5py there; its decks are read on the other platform");
+        }
         const DeckPaths deck = newDeck(plainDeck(14));
         const QString script = QStringLiteral(R"(
 import h5py, numpy, sys
@@ -294,6 +300,9 @@ with h5py.File(sys.argv[1], 'r+') as f:
 
     void otherCountOfShapesTakesKnownValues()
     {
+        if (!DeckTestFiles::hasPython()) {
+            QSKIP("no h5py there; its decks are read on the other platform");
+        }
         const DeckPaths deck = newDeck(fullDeck(14));
         CCreatorData record = read(deck);
         record.m_externalForces.m_ganserDrag.m_shapeFactors = {{"chip", 3.5}};
@@ -326,7 +335,7 @@ with h5py.File(sys.argv[1], 'r+') as f:
     {
         const DeckPaths deck = newDeck(plainDeck(14));
         const auto end = DeckTestFiles::runProbe({"long-name", path(deck), "511"});
-        QVERIFY2(!end.crashed && end.exitCode == 0, end.error.constData());
+        QVERIFY2(!end.aborted && end.exitCode == 0, end.error.constData());
         QCOMPARE(read(deck).m_interactions.count(std::string(511, 'y')), std::size_t(1));
     }
 
@@ -334,7 +343,7 @@ with h5py.File(sys.argv[1], 'r+') as f:
     {
         const DeckPaths deck = newDeck(plainDeck(14));
         const auto end = DeckTestFiles::runProbe({"long-name", path(deck), "512"});
-        QVERIFY(end.crashed);
+        QVERIFY(end.aborted);
         QVERIFY(!end.output.contains("written"));
         QVERIFY2(end.error.contains("longer than 511 characters"), end.error.constData());
     }
@@ -356,7 +365,7 @@ with h5py.File(sys.argv[1], 'r+') as f:
         QFETCH(bool, fits);
         const DeckPaths deck = newDeck(fullDeck(14));
         const auto end = DeckTestFiles::runProbe({command, path(deck), QString::number(length)});
-        QCOMPARE(end.crashed, !fits);
+        QCOMPARE(end.aborted, !fits);
         QCOMPARE(end.output.contains("written"), fits);
     }
 

@@ -1,7 +1,11 @@
 #include "tests/deck/deck_test_files.h"
 
+#include "platform/interpreter.h"
+#include "tests/support/native.h"
+
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QProcess>
 #include <QProcessEnvironment>
 #include <QTemporaryDir>
@@ -16,6 +20,17 @@ DeckPaths newDeck(const DeckDescription& description, const std::string& stem)
     const QString folder = root.filePath(QStringLiteral("deck %1").arg(count++));
     QDir().mkpath(folder);
     return writeDeck(description, folder.toStdString(), stem);
+}
+
+QString renamed(const DeckPaths& deck, const QString& stem)
+{
+    const QFileInfo old(QString::fromStdString(deck.deck.string()));
+    const QDir folder = old.dir();
+    const QString path = folder.filePath(stem + ".zek");
+    QDir().rename(old.filePath(), path);
+    QDir().rename(folder.filePath(old.completeBaseName() + "_data"),
+                  folder.filePath(stem + "_data"));
+    return path;
 }
 
 void walk(const DeckPaths& deck, CCreatorData& record, unsigned int mode)
@@ -49,19 +64,25 @@ SChildEnd runProgram(const QString& program, const QStringList& arguments)
     // What a child that ends by an abort leaves behind goes with this folder.
     const QTemporaryDir folder;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TMPDIR"), folder.path());
+    environment.insert(Native::temporaryFolderVariable(), folder.path());
     QProcess child;
     child.setProcessEnvironment(environment);
     child.setWorkingDirectory(folder.path());
     child.start(program, arguments);
     child.waitForFinished(60000);
-    return {child.exitStatus() == QProcess::CrashExit, child.exitCode(),
-            child.readAllStandardOutput(), child.readAllStandardError()};
+    return {Native::isAbort(child.exitStatus(), child.exitCode()), child.exitCode(),
+            Native::fromTextMode(child.readAllStandardOutput()),
+            Native::fromTextMode(child.readAllStandardError())};
 }
 
 SChildEnd runProbe(const QStringList& arguments)
 {
     return runProgram(QStringLiteral(TARNEL_DECK_PROBE), arguments);
+}
+
+bool hasPython()
+{
+    return !platform::speaksBatch();
 }
 
 SChildEnd runPython(const QString& script, const QStringList& arguments)

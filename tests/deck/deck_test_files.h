@@ -17,6 +17,9 @@ namespace DeckTestFiles {
 /// Writes the deck into a new folder of the test program.
 DeckPaths newDeck(const DeckDescription& description, const std::string& stem = "hopper");
 
+/// Gives the deck another name, which may have any letters. Returns the path of its .zek file.
+QString renamed(const DeckPaths& deck, const QString& stem);
+
 /// Walks the data file in that mode with a serialiser of its own.
 void walk(const DeckPaths& deck, CCreatorData& record, unsigned int mode);
 
@@ -31,7 +34,7 @@ std::filesystem::file_time_type makeOld(const std::filesystem::path& path);
 /// What a child process left behind.
 struct SChildEnd
 {
-    bool crashed = false;
+    bool aborted = false; ///< by std::abort
     int exitCode = -1;
     QByteArray output;
     QByteArray error;
@@ -42,6 +45,10 @@ SChildEnd runProgram(const QString& program, const QStringList& arguments);
 
 /// Runs the deck probe, see deck_probe.cpp, with its own folder for temporary files.
 SChildEnd runProbe(const QStringList& arguments);
+
+/// Whether this platform's suite has an interpreter with h5py. Where it hasn't, the decks that it
+/// writes are read on the other platform, see exchange_decks.
+bool hasPython();
 
 /// Runs a Python script with the system's interpreter, which has h5py.
 SChildEnd runPython(const QString& script, const QStringList& arguments);

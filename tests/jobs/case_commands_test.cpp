@@ -5,6 +5,7 @@
 #include "jobs/command_dialect.h"
 #include "platform/interpreter.h"
 #include "tests/jobs/job_fixture.h"
+#include "tests/support/native.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
@@ -15,7 +16,13 @@ namespace {
 
 QString text(const std::string& command)
 {
-    return QString::fromStdString(command);
+    return QString::fromStdString(command).replace("\"" + Native::drive() + "/j", "\"/j");
+}
+
+/// An absolute path; `text` takes the drive away again.
+std::string onDrive(const char* path)
+{
+    return Native::drive().toStdString() + path;
 }
 
 CaseCommands distributed(std::size_t number)
@@ -25,13 +32,13 @@ CaseCommands distributed(std::size_t number)
 
 CaseCommands local(std::size_t number)
 {
-    return composeCommands(localContext("/j/JobFileLocation", "python3"), number);
+    return composeCommands(localContext(onDrive("/j/JobFileLocation"), "python3"), number);
 }
 
 /// A local context that speaks the given language, whatever the platform.
 CaseCommands localIn(const CommandDialect& dialect, std::size_t number)
 {
-    CommandContext context = localContext("/j/JobFileLocation", "python");
+    CommandContext context = localContext(onDrive("/j/JobFileLocation"), "python");
     context.m_dialect = &dialect;
     return composeCommands(context, number);
 }
@@ -98,9 +105,11 @@ void CaseCommandsTest::simulatorCommandOfARelativeJobIsAbsolute()
     const CaseCommands commands = composeCommands(localContext("j/JobFileLocation", "python3"), 1);
     const QString here = QDir::currentPath();
     QVERIFY2(text(commands.m_sSimulator)
-                 .contains(QStringLiteral(" -i \"%1/j/JobFileLocation/Job1/a1.zek\"").arg(here)),
+                 .contains(QStringLiteral(" -i \"%1/Job1/a1.zek\"")
+                               .arg(QDir::toNativeSeparators(here + "/j/JobFileLocation"))),
              commands.m_sSimulator.c_str());
-    QVERIFY2(text(commands.m_sSimulator).endsWith(QStringLiteral(" -e \"%1/j/bed.dfg\"").arg(here)),
+    const QString settings = QDir::toNativeSeparators(here + "/j/bed.dfg");
+    QVERIFY2(text(commands.m_sSimulator).endsWith(QStringLiteral(" -e \"%1\"").arg(settings)),
              commands.m_sSimulator.c_str());
 }
 
@@ -120,7 +129,7 @@ void CaseCommandsTest::optionsStandAsTheyAreStored()
 
 void CaseCommandsTest::exportArgumentOfALocalRunIsTheJobsCopy()
 {
-    setPostProcessing(1, {"/j/a.dfg", "/j/a.qsv"});
+    setPostProcessing(1, {onDrive("/j/a.dfg"), onDrive("/j/a.qsv")});
     QVERIFY(text(local(0).m_sSimulator).endsWith(" -c  -r 1.000000 -e \"/j/a.dfg\""));
 }
 
@@ -208,7 +217,7 @@ void CaseCommandsTest::deckReferenceOfALocalRunIsAbsolute()
 void CaseCommandsTest::localPythonCommandInTheShell()
 {
     setPostProcessing(2, {"/src/it's.py", "-d", "x"});
-    CommandContext context = localContext("/j/JobFileLocation", "python3");
+    CommandContext context = localContext(onDrive("/j/JobFileLocation"), "python3");
     context.m_dialect = &shellDialect();
     QCOMPARE(text(composeCommands(context, 0).m_sPython),
              QStringLiteral(" eval \"$(conda shell.posix hook </dev/null)\" ; "

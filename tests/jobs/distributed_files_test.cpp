@@ -1,5 +1,7 @@
 #include "deck/app_settings.h"
+#include "platform/interpreter.h"
 #include "tests/jobs/page_fixture.h"
+#include "tests/support/native.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
@@ -41,12 +43,19 @@ void DistributedFilesTest::init()
     m_fixture = std::make_unique<CPageFixture>();
     const QString tools = m_fixture->newFolder();
     // Tells beside itself what it was asked to open, and what the folder held by then.
-    writeFile(tools + QStringLiteral("/xdg-open"),
-              "#!/bin/sh\nhere=$(dirname \"$0\")\n"
-              "cp \"$1/RunAllSimulations.bat\" \"$here/batch\"\n"
-              "printf '%s' \"$*\" > \"$here/part\"; mv \"$here/part\" \"$here/opened\"\n",
-              true);
-    qputenv("PATH", tools.toLocal8Bit() + ":" + m_path);
+    if (platform::speaksBatch()) {
+        writeFile(tools + QStringLiteral("/explorer.bat"),
+                  "@copy \"%*\\RunAllSimulations.bat\" \"%~dp0batch\" >NUL\r\n"
+                  "@echo %*>\"%~dp0opened\"\r\n");
+    } else {
+        writeFile(tools + QStringLiteral("/xdg-open"),
+                  "#!/bin/sh\nhere=$(dirname \"$0\")\n"
+                  "cp \"$1/RunAllSimulations.bat\" \"$here/batch\"\n"
+                  "printf '%s' \"$*\" > \"$here/part\"; mv \"$here/part\" \"$here/opened\"\n",
+                  true);
+    }
+    qputenv("PATH", QDir::toNativeSeparators(tools).toLocal8Bit() +
+                        QDir::listSeparator().toLatin1() + m_path);
     CAppSettings::instance()->setValue(CAppSettings::OrvaExeLocation,
                                        QStringLiteral("C:\\v\\orva"));
 }
@@ -84,10 +93,11 @@ void DistributedFilesTest::barTellsOfTheOpenAndOfTheCompleteFile()
 void DistributedFilesTest::folderIsOpenedOnceTheFileIsComplete()
 {
     const QString job = m_fixture->loadJob(2);
-    const QString tools = QString::fromLocal8Bit(qgetenv("PATH")).section(':', 0, 0);
+    const QString path = QString::fromLocal8Bit(qgetenv("PATH"));
+    const QString tools = path.section(QDir::listSeparator(), 0, 0);
     generate();
-    QTRY_COMPARE(QString::fromUtf8(readFile(tools + QStringLiteral("/opened"))),
-                 job + QStringLiteral("/JobFileLocation"));
+    QTRY_COMPARE(QString::fromUtf8(readFile(tools + QStringLiteral("/opened"))).trimmed(),
+                 QDir::toNativeSeparators(job + QStringLiteral("/JobFileLocation")));
     QVERIFY(batchFile(job).size() > 0);
     QCOMPARE(readFile(tools + QStringLiteral("/batch")), batchFile(job));
 }
@@ -143,17 +153,29 @@ void DistributedFilesTest::couplingServerStartsInFrontOfEachCase()
 
 void DistributedFilesTest::simulatorLocationWithBlanksRuns()
 {
-    const QString simulator = m_fixture->newFolder() + QStringLiteral("/the  simulator");
-    writeFile(simulator, "#!/bin/sh\necho \"$@\" >> runs\n", true);
+    const QString simulator =
+        m_fixture->newFolder() + QStringLiteral("/the  simulator") + Native::programSuffix();
+    QVERIFY(QFile::copy(CPageFixture::simulator(), simulator));
     CAppSettings::instance()->setValue(CAppSettings::OrvaExeLocation, simulator);
+    m_fixture->behave("arguments");
     const QString job = m_fixture->loadJob(2);
     generate();
     QVERIFY(batchFile(job).startsWith("\"" + simulator.toUtf8() + "\" -i \"Job0/deck0.zek\""));
-    QProcess script;
-    script.start(job + QStringLiteral("/JobFileLocation/RunAllSimulations.sh"), QStringList());
-    QVERIFY(script.waitForFinished());
-    QCOMPARE(readFile(job + QStringLiteral("/JobFileLocation/runs")),
-             QByteArray("-i Job0/deck0.zek -c\n-i Job1/deck1.zek -c\n"));
+    const QString root = job + QStringLiteral("/JobFileLocation/");
+    QProcess interpreter;
+    interpreter.setWorkingDirectory(root);
+    if (platform::speaksBatch()) {
+        interpreter.start("cmd.exe", {"/C", "RunAllSimulations.bat"});
+    } else {
+        interpreter.start(root + QStringLiteral("RunAllSimulations.sh"), QStringList());
+    }
+    QVERIFY(interpreter.waitForFinished());
+    for (int number = 0; number < 2; ++number) {
+        const QString seen =
+            QString::fromUtf8(readFile(root + QStringLiteral("Job%1/arguments").arg(number)));
+        QVERIFY2(seen.contains(QStringLiteral("|-i|Job%1/deck%1.zek|-c\n").arg(number)),
+                 qPrintable(seen));
+    }
 }
 
 TARNEL_TEST_MAIN(DistributedFilesTest)

@@ -1,5 +1,7 @@
 #include "tests/jobs/job_fixture.h"
 
+#include "tests/support/native.h"
+
 #include "deck/app_settings.h"
 #include "deck/deck_loading.h"
 #include "deck/deck_serializer.h"
@@ -81,7 +83,9 @@ void pushAbsentForce(const std::string& label)
 std::string contentOf(const std::string& path)
 {
     std::ifstream stream(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};
+    const std::string bytes{std::istreambuf_iterator<char>(stream),
+                            std::istreambuf_iterator<char>()};
+    return Native::fromTextFile(QByteArray::fromStdString(bytes)).toStdString();
 }
 
 std::vector<std::string> namesIn(const std::string& folder)

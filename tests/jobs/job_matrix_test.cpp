@@ -4,6 +4,7 @@
 #include "parameters/parameter_entry.h"
 #include "samples/player/modal_watcher.h"
 #include "tests/jobs/job_fixture.h"
+#include "tests/support/native.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
@@ -63,6 +64,7 @@ private slots:
     void noEntriesMakeOneCaseWithoutColumns();
 
     void matrixHoldsHeadingRowsAndOptions();
+    void linesEndAsThePlatformsTextDoes();
     void numbersHaveSixDigitsAndFlagsAreWords_data();
     void numbersHaveSixDigitsAndFlagsAreWords();
     void anyNumberReadsAsTheStreamWritesIt();
@@ -146,6 +148,17 @@ void JobMatrixTest::matrixHoldsHeadingRowsAndOptions()
                                  "2,0.2,0.25,0.02,0.5,0.4,1, -c  -r 1.000000\n"
                                  "3,0.2,0.25,0.02,0.5,0.4,2, -c  -r 1.000000\n";
     QCOMPARE(QString::fromStdString(written()), QString::fromStdString(expected));
+}
+
+void JobMatrixTest::linesEndAsThePlatformsTextDoes()
+{
+    m_fixture->chooseDeck(plainDeck(3));
+    pushEntry("Interactions", {{"glass<>glass", {{0.75, 0.1}, {0.25}, {0.02}}}});
+    const std::string lines = written();
+    QVERIFY(lines.find('\r') == std::string::npos);
+    QFile file(QString::fromStdString(m_fixture->path("job/input_jobID-Matrix.csv")));
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QCOMPARE(file.readAll(), Native::inTextMode(QByteArray::fromStdString(lines)));
 }
 
 void JobMatrixTest::numbersHaveSixDigitsAndFlagsAreWords_data()

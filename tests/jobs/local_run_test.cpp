@@ -171,7 +171,9 @@ void LocalRunTest::givesTheSimulatorItsCommandInTheCaseRoot()
     const QString expected =
         QStringLiteral("%1|-i|%2/Job1/deck1.zek|-c|-r|1.5|--note|two words\n%2\n")
             .arg(CPageFixture::simulator(), root);
-    QCOMPARE(QString::fromUtf8(caseFile(job, "JobFileLocation", 1, "arguments")), expected);
+    QCOMPARE(QDir::fromNativeSeparators(
+                 QString::fromUtf8(caseFile(job, "JobFileLocation", 1, "arguments"))),
+             expected);
 }
 
 void LocalRunTest::runsASimulatorWhoseLocationHasBlanks()

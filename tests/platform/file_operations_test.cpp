@@ -4,12 +4,12 @@
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
+#include <QDateTime>
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QTest>
-
-#include <chrono>
 
 namespace fs = std::filesystem;
 
@@ -42,8 +42,19 @@ private:
     fs::path path(const char* name) const { return m_root->filePath(name).toStdString(); }
     QByteArray content(const char* name) const { return readFile(m_root->filePath(name)); }
 
+    /// Sets when the file was written, so many seconds before a certain moment.
+    void setWriteTime(const char* name, int ageInSeconds) const;
+
     std::unique_ptr<QTemporaryDir> m_root;
 };
+
+void FileOperationsTest::setWriteTime(const char* name, int ageInSeconds) const
+{
+    const QDateTime moment(QDate(2001, 2, 3), QTime(4, 5, 6, 789));
+    QFile file(m_root->filePath(name));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(moment.addSecs(-ageInSeconds), QFileDevice::FileModificationTime));
+}
 
 void FileOperationsTest::init()
 {
@@ -65,8 +76,8 @@ void FileOperationsTest::updatingReplacesAnOlderFileOnly()
     QFETCH(int, ageInSeconds);
     QFETCH(QByteArray, expected);
     writeFile(m_root->filePath("to"), "to");
-    fs::last_write_time(path("to"),
-                        fs::last_write_time(path("from")) - std::chrono::seconds(ageInSeconds));
+    setWriteTime("from", 0);
+    setWriteTime("to", ageInSeconds);
     platform::copyFileUpdating(path("from"), path("to"));
     QCOMPARE(content("to"), expected);
 }

@@ -1,5 +1,6 @@
 #include "platform/write_access.h"
 
+#include "tests/support/native.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
@@ -7,10 +8,6 @@
 #include <QFileInfo>
 #include <QTemporaryDir>
 #include <QtTest>
-
-#include <fcntl.h>
-#include <sys/file.h>
-#include <unistd.h>
 
 class WriteAccessTest : public QObject
 {
@@ -63,19 +60,20 @@ void WriteAccessTest::missingFileAndFolderCanNot()
 
 void WriteAccessTest::lockedFileCanNot_data()
 {
-    QTest::addColumn<int>("lock");
-    QTest::newRow("by a reader") << LOCK_SH;
-    QTest::newRow("by a writer") << LOCK_EX;
+    QTest::addColumn<int>("holder");
+    QTest::newRow("by a reader") << int(CHeldFile::Reader);
+    QTest::newRow("by a writer") << int(CHeldFile::Writer);
 }
 
 void WriteAccessTest::lockedFileCanNot()
 {
-    QFETCH(int, lock);
+    QFETCH(int, holder);
     const QString path = newFile();
-    const int other = ::open(QFile::encodeName(path).constData(), O_RDONLY);
-    QCOMPARE(::flock(other, lock), 0);
-    QVERIFY(!canBeWritten(path));
-    ::close(other);
+    {
+        const CHeldFile held(path, static_cast<CHeldFile::Holder>(holder));
+        QVERIFY(held.isHeld());
+        QVERIFY(!canBeWritten(path));
+    }
     QVERIFY(canBeWritten(path));
 }
 

@@ -2,9 +2,11 @@
 
 #include "app/constants/settings_keys.h"
 #include "deck/app_settings.h"
+#include "platform/interpreter.h"
 #include "samples/player/modal_watcher.h"
 #include "tests/results/progress_recorder.h"
 #include "tests/results/result_tree.h"
+#include "tests/support/native.h"
 #include "tests/support/test_environment.h"
 
 #include <QLineEdit>
@@ -124,7 +126,8 @@ QByteArray CResultsAnalysisFrameTest::collated() const
 {
     child<QLineEdit>(m_page, "m_leDistributedFilePath")->setText(m_folder);
     generate();
-    return contentOf(QDir(m_folder).filePath(QStringLiteral("CollatedResults.csv")));
+    return Native::fromTextFile(
+        contentOf(QDir(m_folder).filePath(QStringLiteral("CollatedResults.csv"))));
 }
 
 void CResultsAnalysisFrameTest::put(const char* name, const QByteArray& content) const
@@ -229,6 +232,9 @@ void CResultsAnalysisFrameTest::aFileIsNoFolder()
 
 void CResultsAnalysisFrameTest::aFailingWalkLeavesTheSlot()
 {
+    if (platform::speaksBatch()) {
+        QSKIP("links need a right there that users don't have");
+    }
     std::filesystem::create_symlink("loop", m_folder.toStdString() + "/loop");
     child<QLineEdit>(m_page, "m_leDistributedFilePath")->setText(m_folder);
     QVERIFY_EXCEPTION_THROWN(emit generateButton()->pressed(), std::filesystem::filesystem_error);
@@ -242,7 +248,7 @@ void CResultsAnalysisFrameTest::aFolderWithoutNumberSkipsTheRestWithoutAWord()
     const CCapturedErrors errors;
     QCOMPARE(collated(), QByteArray());
     QCOMPARE(m_watcher->texts(), complete);
-    QVERIFY(errors.text().contains(QLatin1String("all/plots/x.csv")));
+    QVERIFY(QDir::fromNativeSeparators(errors.text()).contains("all/plots/x.csv"));
 }
 
 void CResultsAnalysisFrameTest::aFolderWithAShortNameSkipsTheRestWithoutAWord()
@@ -255,7 +261,7 @@ void CResultsAnalysisFrameTest::aFolderWithAShortNameSkipsTheRestWithoutAWord()
     QVERIFY(text.startsWith("-1,ID#,\n\n"));
     QVERIFY(!text.contains("no case"));
     QCOMPARE(m_watcher->texts(), complete);
-    QVERIFY(errors.text().contains(QLatin1String("ab/x.csv")));
+    QVERIFY(QDir::fromNativeSeparators(errors.text()).contains("ab/x.csv"));
 }
 
 void CResultsAnalysisFrameTest::aCombinedFileThatCannotBeCreatedIsNotNoticed()
@@ -286,6 +292,8 @@ void CResultsAnalysisFrameTest::job10ComesAfterJob9()
     put("Job10/x.csv", "EXTRACTED DATA\nten\n");
     put("Job9/x.csv", "EXTRACTED DATA\nnine\n");
     QCOMPARE(collated(), QByteArray("9,nine,\n\n10,ten,\n\n"));
+    const QString combined = QDir(m_folder).filePath(QStringLiteral("CollatedResults.csv"));
+    QCOMPARE(contentOf(combined), Native::inTextMode("9,nine,\n\n10,ten,\n\n"));
     QCOMPARE(m_watcher->texts(), complete);
 }
 

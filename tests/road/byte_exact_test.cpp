@@ -1,6 +1,7 @@
 #include "app/startup.h"
 #include "tests/deck/deck_test_files.h"
 #include "tests/road/wizard_journey.h"
+#include "tests/support/native.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
@@ -145,7 +146,7 @@ QByteArray contentOf(const QString& path)
 
 QString textOf(const QString& path)
 {
-    return QString::fromLatin1(contentOf(path));
+    return QString::fromLatin1(Native::fromTextFile(contentOf(path)));
 }
 
 QString dataOf(const QString& path)
@@ -311,6 +312,9 @@ void CByteExactTest::aJobWithPythonAnalysis()
 
 void CByteExactTest::theCasesHoldTheirValues()
 {
+    if (!DeckTestFiles::hasPython()) {
+        QSKIP("no h5py there; its decks are read on the other platform");
+    }
     CWizardJourney journey(Analysis::None);
     journey.go();
     const QString data = journey.caseRoot() + "/Job%1/bed%1_data/0.h5";

@@ -67,11 +67,11 @@ void SampleDeckTest::init()
 void SampleDeckTest::writesADeckWithAllThatBelongsToIt()
 {
     const QSet<QString> expected{
-        QStringLiteral("column.zek"),      QStringLiteral("column.ynd"),
-        QStringLiteral("column.dfg"),      QStringLiteral("column.qsv"),
-        QStringLiteral("box.txt"),         QStringLiteral("analyse.py"),
-        QStringLiteral("join_results.py"), QStringLiteral("stand_ins/conda"),
-        QStringLiteral("column_data/0.h5")};
+        QStringLiteral("column.zek"),       QStringLiteral("column.ynd"),
+        QStringLiteral("column.dfg"),       QStringLiteral("column.qsv"),
+        QStringLiteral("box.txt"),          QStringLiteral("analyse.py"),
+        QStringLiteral("join_results.py"),  QStringLiteral("stand_ins/conda"),
+        QStringLiteral("column_data/0.h5"), QStringLiteral("stand_ins/conda.bat")};
     QCOMPARE(relativeFiles(m_folder->path()), expected);
 }
 

@@ -1,6 +1,7 @@
 #include "setup/dfg_input_output.h"
 
 #include "deck/app_settings.h"
+#include "tests/support/native.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
@@ -438,7 +439,7 @@ void CDFGInputOutputTest::aFileThatCannotBeReadHoldsTheReader()
     QVERIFY(reader.waitForStarted());
     QString output;
     while (output.count(QLatin1Char('\n')) < 2 && reader.waitForReadyRead(20000)) {
-        output += QString::fromLatin1(reader.readAllStandardOutput());
+        output += QString::fromLatin1(Native::fromTextMode(reader.readAllStandardOutput()));
     }
     QCOMPARE(output, BOTH_ADVICES);
     QVERIFY(!reader.waitForFinished(1000));

@@ -4,6 +4,7 @@
 #include "deck/deck_store.h"
 #include "samples/player/modal_watcher.h"
 #include "tests/support/named_child.h"
+#include "tests/support/native.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
@@ -80,7 +81,6 @@ private:
     int shownMode() const { return child<QStackedWidget>("sw_PostProcessing").currentIndex(); }
     QString newFile(const QString& name) const;
     /// A path that can't be asked about: a link to a link that leads back; empty for no links.
-    QString newLoop(const QString& name) const;
     /// What validateFields threw; empty for nothing.
     QString failureOfValidating() const;
     /// What the last signal said; the test fails where there was none.
@@ -110,17 +110,6 @@ QString CPostProcessingFrameTest::newFile(const QString& name) const
     const QString path = m_folder->filePath(name);
     QFile file(path);
     return file.open(QIODevice::WriteOnly) ? path : QString();
-}
-
-QString CPostProcessingFrameTest::newLoop(const QString& name) const
-{
-    // The one failure to ask that needs no rights.
-    const std::filesystem::path folder(m_folder->path().toStdString());
-    const std::string first = name.toStdString();
-    std::error_code error;
-    std::filesystem::create_symlink("back", folder / first, error);
-    std::filesystem::create_symlink(first, folder / "back", error);
-    return error ? QString() : m_folder->filePath(name);
 }
 
 QString CPostProcessingFrameTest::failureOfValidating() const
@@ -496,10 +485,7 @@ void CPostProcessingFrameTest::aCancelledDialogChangesNothing()
 
 void CPostProcessingFrameTest::anExistenceThatCannotBeAskedIsAFailure()
 {
-    const QString unaskable = newLoop(QStringLiteral("a.py"));
-    if (unaskable.isEmpty()) {
-        QSKIP("no symbolic links on this platform");
-    }
+    const QString unaskable = Native::unaskablePath(m_folder->path(), QStringLiteral("a.py"));
     choose("m_rbPythonPostProcessing");
     const QSignalBlocker blocker(edit("m_lePythonLocation"));
     edit("m_lePythonLocation").setText(unaskable);
@@ -510,10 +496,7 @@ void CPostProcessingFrameTest::anExistenceThatCannotBeAskedIsAFailure()
 
 void CPostProcessingFrameTest::theFilesAreAskedForInOrder()
 {
-    const QString unaskable = newLoop(QStringLiteral("a.qsv"));
-    if (unaskable.isEmpty()) {
-        QSKIP("no symbolic links on this platform");
-    }
+    const QString unaskable = Native::unaskablePath(m_folder->path(), QStringLiteral("a.qsv"));
     choose("m_rbPostProcessingORVA");
     const QSignalBlocker dfgBlocker(edit("m_leDfgLocation"));
     const QSignalBlocker qsvBlocker(edit("m_leQsvLocation"));

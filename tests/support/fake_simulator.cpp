@@ -1,6 +1,8 @@
 // Stands for the simulator in tests: does what TARNEL_FAKE_<n> says for the case whose number is
 // <n>, or else what TARNEL_FAKE says. Behaviours are separated by ";", arguments stand behind ":".
 
+#include "tests/support/binary_output.h"
+
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
@@ -163,6 +165,7 @@ QString scriptOf(const Case& theCase)
 int main(int argc, char** argv)
 {
     QCoreApplication application(argc, argv);
+    useBinaryOutput();
     if (application.arguments().contains(QStringLiteral("--child"))) {
         hang();
     }

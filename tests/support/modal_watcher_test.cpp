@@ -101,7 +101,8 @@ void ModalWatcherTest::cancelsWithoutAnAnswer()
 void ModalWatcherTest::cancelsADialogThatRefusesItsAnswer()
 {
     CModalWatcher watcher;
-    watcher.answerNextFileDialog({QStringLiteral("/no such folder/no such file")});
+    watcher.answerNextFileDialog(
+        {m_folder.filePath(QStringLiteral("no such folder/no such file"))});
     QCOMPARE(QFileDialog::getOpenFileName(), QString());
     QCOMPARE(watcher.messages().size(), std::size_t(1));
 }

@@ -12,15 +12,14 @@
 
 #include <QDir>
 #include <QLocale>
-#include <QSettings>
 
 #include <clocale>
 
 CTestEnvironment::CTestEnvironment()
+    : m_settings(m_root.path())
 {
     std::setlocale(LC_NUMERIC, "C");
     QLocale::setDefault(QLocale::c());
-    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, m_root.path());
     Icons::initialise();
     SettingsKeys::initialise();
     DeckKeys::initialise();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/settings_apart.h"
+
 #include <QString>
 #include <QTemporaryDir>
 
@@ -18,6 +20,7 @@ public:
 
 private:
     QTemporaryDir m_root;
+    CSettingsApart m_settings;
     int m_folderCount = 0;
 };
 

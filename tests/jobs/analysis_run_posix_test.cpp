@@ -10,7 +10,7 @@
 #include <QTest>
 
 /// Local runs with a Python analysis or a coupling server.
-class AnalysisRunTest : public QObject
+class AnalysisRunPosixTest : public QObject
 {
     Q_OBJECT
 
@@ -81,17 +81,18 @@ JobDescription coupledJob()
 
 } // namespace
 
-void AnalysisRunTest::initTestCase()
+void AnalysisRunPosixTest::initTestCase()
 {
     m_path = qgetenv("PATH");
 }
 
-void AnalysisRunTest::cleanup()
+void AnalysisRunPosixTest::cleanup()
 {
     qputenv("PATH", m_path);
 }
 
-QString AnalysisRunTest::toolFolder(CPageFixture& fixture, bool withPython, bool withConda) const
+QString AnalysisRunPosixTest::toolFolder(CPageFixture& fixture, bool withPython,
+                                         bool withConda) const
 {
     const QString folder = fixture.newFolder();
     if (withPython) {
@@ -103,7 +104,7 @@ QString AnalysisRunTest::toolFolder(CPageFixture& fixture, bool withPython, bool
     return folder;
 }
 
-JobDescription AnalysisRunTest::pythonJob(CPageFixture& fixture, int cases) const
+JobDescription AnalysisRunPosixTest::pythonJob(CPageFixture& fixture, int cases) const
 {
     const QString script = fixture.newFolder() + QStringLiteral("/the script.py");
     writeFile(script, "# a script");
@@ -114,12 +115,12 @@ JobDescription AnalysisRunTest::pythonJob(CPageFixture& fixture, int cases) cons
     return description;
 }
 
-void AnalysisRunTest::setPath(const QString& front) const
+void AnalysisRunPosixTest::setPath(const QString& front) const
 {
     qputenv("PATH", front.toLocal8Bit() + ":/usr/bin:/bin");
 }
 
-void AnalysisRunTest::startsTheAnalysisOfEachCaseInItsFolder()
+void AnalysisRunPosixTest::startsTheAnalysisOfEachCaseInItsFolder()
 {
     CPageFixture fixture;
     fixture.behave("print:simulated");
@@ -141,7 +142,7 @@ void AnalysisRunTest::startsTheAnalysisOfEachCaseInItsFolder()
     QCOMPARE(readFile(tools + QStringLiteral("/calls")).count("shell.posix hook\n"), 2);
 }
 
-void AnalysisRunTest::startsEachInterpreterAtTheRoot()
+void AnalysisRunPosixTest::startsEachInterpreterAtTheRoot()
 {
     CPageFixture fixture;
     const QString tools = toolFolder(fixture, true, true);
@@ -157,7 +158,7 @@ void AnalysisRunTest::startsEachInterpreterAtTheRoot()
     QVERIFY(first != ofCase(job, 1, "interpreter.pid"));
 }
 
-void AnalysisRunTest::takesPython3WhereThereIsNoPython()
+void AnalysisRunPosixTest::takesPython3WhereThereIsNoPython()
 {
     CPageFixture fixture;
     const QString tools = toolFolder(fixture, false, true);
@@ -168,7 +169,7 @@ void AnalysisRunTest::takesPython3WhereThereIsNoPython()
     QTRY_VERIFY(ofCase(job, 0, "analysis.txt").startsWith(tools.toUtf8() + "/python3 "));
 }
 
-void AnalysisRunTest::keepsCondaOffTheCommandsOfTheInterpreter()
+void AnalysisRunPosixTest::keepsCondaOffTheCommandsOfTheInterpreter()
 {
     CPageFixture fixture;
     const QString tools = toolFolder(fixture, true, true);
@@ -180,7 +181,7 @@ void AnalysisRunTest::keepsCondaOffTheCommandsOfTheInterpreter()
     QCOMPARE(readFile(tools + QStringLiteral("/eaten")), QByteArray());
 }
 
-void AnalysisRunTest::doesNotWaitForTheAnalysis()
+void AnalysisRunPosixTest::doesNotWaitForTheAnalysis()
 {
     CPageFixture fixture;
     const QString tools = toolFolder(fixture, true, true);
@@ -195,7 +196,7 @@ void AnalysisRunTest::doesNotWaitForTheAnalysis()
     QTRY_VERIFY(!isAlive(ofCase(job, 0, "script.pid").trimmed()));
 }
 
-void AnalysisRunTest::analysesACancelledCase()
+void AnalysisRunPosixTest::analysesACancelledCase()
 {
     CPageFixture fixture;
     fixture.behave("started;hang");
@@ -208,7 +209,7 @@ void AnalysisRunTest::analysesACancelledCase()
     QVERIFY(fixture.hasFailed(0));
 }
 
-void AnalysisRunTest::endsTheInterpretersWithThePage()
+void AnalysisRunPosixTest::endsTheInterpretersWithThePage()
 {
     CPageFixture fixture;
     setPath(toolFolder(fixture, true, true));
@@ -223,7 +224,7 @@ void AnalysisRunTest::endsTheInterpretersWithThePage()
     QVERIFY(!processExists(interpreter));
 }
 
-void AnalysisRunTest::refusesToRunWithoutPython()
+void AnalysisRunPosixTest::refusesToRunWithoutPython()
 {
     CPageFixture fixture;
     const QString job = fixture.loadJob(pythonJob(fixture, 1));
@@ -240,7 +241,7 @@ void AnalysisRunTest::refusesToRunWithoutPython()
     QVERIFY(!QFileInfo::exists(job + QStringLiteral("/JobFileLocation")));
 }
 
-void AnalysisRunTest::refusesToRunWithoutConda()
+void AnalysisRunPosixTest::refusesToRunWithoutConda()
 {
     CPageFixture fixture;
     const QString job = fixture.loadJob(pythonJob(fixture, 1));
@@ -255,7 +256,7 @@ void AnalysisRunTest::refusesToRunWithoutConda()
     QVERIFY(!QFileInfo::exists(job + QStringLiteral("/JobFileLocation")));
 }
 
-void AnalysisRunTest::refusesToRunWithoutBothNamingPythonAlone()
+void AnalysisRunPosixTest::refusesToRunWithoutBothNamingPythonAlone()
 {
     CPageFixture fixture;
     fixture.loadJob(pythonJob(fixture, 1));
@@ -265,7 +266,7 @@ void AnalysisRunTest::refusesToRunWithoutBothNamingPythonAlone()
     QVERIFY(fixture.modals().texts().front().contains(QStringLiteral("the python executable's")));
 }
 
-void AnalysisRunTest::namesAFolderThatCannotBeAskedAndLooksOn()
+void AnalysisRunPosixTest::namesAFolderThatCannotBeAskedAndLooksOn()
 {
     CPageFixture fixture;
     const QString loop = fixture.newFolder() + QStringLiteral("/loop");
@@ -280,7 +281,7 @@ void AnalysisRunTest::namesAFolderThatCannotBeAskedAndLooksOn()
     QTRY_VERIFY(!ofCase(job, 0, "analysis.txt").isEmpty());
 }
 
-void AnalysisRunTest::startsTheCouplingServerWithTheCase()
+void AnalysisRunPosixTest::startsTheCouplingServerWithTheCase()
 {
     CPageFixture fixture;
     const QString gate = fixture.newFolder() + QStringLiteral("/gate");
@@ -300,7 +301,7 @@ void AnalysisRunTest::startsTheCouplingServerWithTheCase()
     QCOMPARE(fixture.output(0), QByteArray("Awaiting Client connection...\r\n"));
 }
 
-void AnalysisRunTest::endsTheCouplingServerWithTheCase()
+void AnalysisRunPosixTest::endsTheCouplingServerWithTheCase()
 {
     CPageFixture fixture;
     const QString gate = fixture.newFolder() + QStringLiteral("/gate");
@@ -317,7 +318,7 @@ void AnalysisRunTest::endsTheCouplingServerWithTheCase()
     QTRY_VERIFY(!isAlive(serverId));
 }
 
-void AnalysisRunTest::endsTheCouplingServerOfACancelledCase()
+void AnalysisRunPosixTest::endsTheCouplingServerOfACancelledCase()
 {
     CPageFixture fixture;
     fixture.behave("await;hang");
@@ -328,7 +329,7 @@ void AnalysisRunTest::endsTheCouplingServerOfACancelledCase()
     QTRY_VERIFY(!isAlive(ofCase(job, 0, "server.pid").trimmed()));
 }
 
-void AnalysisRunTest::startsTheCouplingServerAgainWhileAClientIsAwaited()
+void AnalysisRunPosixTest::startsTheCouplingServerAgainWhileAClientIsAwaited()
 {
     CPageFixture fixture;
     // The next look comes five seconds behind the end of the server.
@@ -348,6 +349,6 @@ void AnalysisRunTest::startsTheCouplingServerAgainWhileAClientIsAwaited()
     }
 }
 
-TARNEL_TEST_MAIN(AnalysisRunTest)
+TARNEL_TEST_MAIN(AnalysisRunPosixTest)
 
-#include "analysis_run_test.moc"
+#include "analysis_run_posix_test.moc"

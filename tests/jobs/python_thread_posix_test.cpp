@@ -8,7 +8,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-class PythonThreadTest : public QObject
+class PythonThreadPosixTest : public QObject
 {
     Q_OBJECT
 
@@ -34,7 +34,7 @@ QByteArray result(const QTemporaryDir& folder)
 
 } // namespace
 
-void PythonThreadTest::startsInItsWorkingDirectory()
+void PythonThreadPosixTest::startsInItsWorkingDirectory()
 {
     const QTemporaryDir folder;
     CPythonThread thread("/", intoFile(folder, "pwd"));
@@ -42,7 +42,7 @@ void PythonThreadTest::startsInItsWorkingDirectory()
     QTRY_COMPARE(result(folder), QByteArray("/\n"));
 }
 
-void PythonThreadTest::goesOnAfterTheCommandHasEnded()
+void PythonThreadPosixTest::goesOnAfterTheCommandHasEnded()
 {
     const QTemporaryDir folder;
     CPythonThread thread("/", intoFile(folder, "echo $$"));
@@ -52,7 +52,7 @@ void PythonThreadTest::goesOnAfterTheCommandHasEnded()
     QVERIFY(isAlive(result(folder).trimmed()));
 }
 
-void PythonThreadTest::endsWhatTheCommandHasStarted()
+void PythonThreadPosixTest::endsWhatTheCommandHasStarted()
 {
     const QTemporaryDir folder;
     {
@@ -63,7 +63,7 @@ void PythonThreadTest::endsWhatTheCommandHasStarted()
     QTRY_VERIFY(!isAlive(result(folder).trimmed()));
 }
 
-void PythonThreadTest::canEndRightAfterItsStart()
+void PythonThreadPosixTest::canEndRightAfterItsStart()
 {
     for (int round = 0; round < 20; ++round) {
         CPythonThread thread("/", "sleep 30");
@@ -71,6 +71,6 @@ void PythonThreadTest::canEndRightAfterItsStart()
     }
 }
 
-TARNEL_TEST_MAIN(PythonThreadTest)
+TARNEL_TEST_MAIN(PythonThreadPosixTest)
 
-#include "python_thread_test.moc"
+#include "python_thread_posix_test.moc"

@@ -10,7 +10,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-class CouplingThreadTest : public QObject
+class CouplingThreadPosixTest : public QObject
 {
     Q_OBJECT
 
@@ -36,25 +36,25 @@ private:
     std::shared_ptr<CCaseOutput> m_lastOutput;
 };
 
-void CouplingThreadTest::init()
+void CouplingThreadPosixTest::init()
 {
     m_folder = std::make_unique<QTemporaryDir>();
     m_lastOutput = std::make_shared<CCaseOutput>("Awaiting Client connection...\r\n");
 }
 
-std::string CouplingThreadTest::command(const QByteArray& script)
+std::string CouplingThreadPosixTest::command(const QByteArray& script)
 {
     const QString path = m_folder->filePath(QStringLiteral("server"));
     writeFile(path, "#!/bin/sh\ncd \"$(dirname \"$0\")\"\necho $$ >> log\n" + script, true);
     return "'" + path.toStdString() + "'";
 }
 
-QByteArray CouplingThreadTest::log() const
+QByteArray CouplingThreadPosixTest::log() const
 {
     return readFile(m_folder->filePath(QStringLiteral("log")));
 }
 
-void CouplingThreadTest::startsTheServerAtOnce()
+void CouplingThreadPosixTest::startsTheServerAtOnce()
 {
     CCouplingThread thread(command("sleep 30\n"), m_lastOutput);
     thread.start();
@@ -62,7 +62,7 @@ void CouplingThreadTest::startsTheServerAtOnce()
     QVERIFY(thread.isRunning());
 }
 
-void CouplingThreadTest::startsTheServerWhateverWasPrintedUntilItRuns()
+void CouplingThreadPosixTest::startsTheServerWhateverWasPrintedUntilItRuns()
 {
     CCouplingThread thread(command(""), m_lastOutput, std::chrono::milliseconds(10));
     m_lastOutput->assign("Simulating\r\n");
@@ -71,7 +71,7 @@ void CouplingThreadTest::startsTheServerWhateverWasPrintedUntilItRuns()
     QCOMPARE(log().count('\n'), 1);
 }
 
-void CouplingThreadTest::leavesTheServerOutWhereNoClientIsAwaitedAtFirst()
+void CouplingThreadPosixTest::leavesTheServerOutWhereNoClientIsAwaitedAtFirst()
 {
     m_lastOutput->assign("Simulating\r\n");
     CCouplingThread thread(command(""), m_lastOutput, std::chrono::milliseconds(10));
@@ -80,7 +80,7 @@ void CouplingThreadTest::leavesTheServerOutWhereNoClientIsAwaitedAtFirst()
     QVERIFY(log().isEmpty());
 }
 
-void CouplingThreadTest::endsAtItsNextLookWhenTheSimulatorPrintsAnythingElse_data()
+void CouplingThreadPosixTest::endsAtItsNextLookWhenTheSimulatorPrintsAnythingElse_data()
 {
     QTest::addColumn<QByteArray>("output");
     QTest::newRow("nothing") << QByteArray();
@@ -89,7 +89,7 @@ void CouplingThreadTest::endsAtItsNextLookWhenTheSimulatorPrintsAnythingElse_dat
     QTest::newRow("other line end") << QByteArray("Awaiting Client connection...\n");
 }
 
-void CouplingThreadTest::endsAtItsNextLookWhenTheSimulatorPrintsAnythingElse()
+void CouplingThreadPosixTest::endsAtItsNextLookWhenTheSimulatorPrintsAnythingElse()
 {
     QFETCH(QByteArray, output);
     CCouplingThread thread(command(""), m_lastOutput, std::chrono::milliseconds(100));
@@ -100,14 +100,14 @@ void CouplingThreadTest::endsAtItsNextLookWhenTheSimulatorPrintsAnythingElse()
     QCOMPARE(log().count('\n'), 1);
 }
 
-void CouplingThreadTest::startsTheServerAgainWhileAClientIsAwaited()
+void CouplingThreadPosixTest::startsTheServerAgainWhileAClientIsAwaited()
 {
     CCouplingThread thread(command(""), m_lastOutput, std::chrono::milliseconds(10));
     thread.start();
     QTRY_VERIFY(log().count('\n') >= 3);
 }
 
-void CouplingThreadTest::looksAgainAfterFiveSeconds()
+void CouplingThreadPosixTest::looksAgainAfterFiveSeconds()
 {
     CCouplingThread thread(command(""), m_lastOutput);
     QElapsedTimer clock;
@@ -117,7 +117,7 @@ void CouplingThreadTest::looksAgainAfterFiveSeconds()
     QVERIFY(clock.elapsed() >= 5000);
 }
 
-void CouplingThreadTest::stopEndsTheServerAndTheThread()
+void CouplingThreadPosixTest::stopEndsTheServerAndTheThread()
 {
     CCouplingThread thread(command("sleep 30\n"), m_lastOutput);
     thread.start();
@@ -127,7 +127,7 @@ void CouplingThreadTest::stopEndsTheServerAndTheThread()
     QTRY_VERIFY(!isAlive(log().trimmed()));
 }
 
-void CouplingThreadTest::stopBeforeTheStartLeavesTheServerOut()
+void CouplingThreadPosixTest::stopBeforeTheStartLeavesTheServerOut()
 {
     CCouplingThread thread(command(""), m_lastOutput);
     thread.stop();
@@ -136,7 +136,7 @@ void CouplingThreadTest::stopBeforeTheStartLeavesTheServerOut()
     QVERIFY(log().isEmpty());
 }
 
-void CouplingThreadTest::endsAServerThatDoesNotListen()
+void CouplingThreadPosixTest::endsAServerThatDoesNotListen()
 {
     QByteArray server;
     {
@@ -151,6 +151,6 @@ void CouplingThreadTest::endsAServerThatDoesNotListen()
     QTRY_VERIFY(!isAlive(server));
 }
 
-TARNEL_TEST_MAIN(CouplingThreadTest)
+TARNEL_TEST_MAIN(CouplingThreadPosixTest)
 
-#include "coupling_thread_test.moc"
+#include "coupling_thread_posix_test.moc"

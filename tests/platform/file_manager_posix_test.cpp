@@ -11,7 +11,7 @@
 #include <unistd.h>
 
 /// Puts a stand-in for the file manager, or none, on the search path.
-class FileManagerTest : public QObject
+class FileManagerPosixTest : public QObject
 {
     Q_OBJECT
 
@@ -32,13 +32,13 @@ private:
     std::unique_ptr<QTemporaryDir> m_root;
 };
 
-void FileManagerTest::init()
+void FileManagerPosixTest::init()
 {
     m_root = std::make_unique<QTemporaryDir>();
     qputenv("PATH", m_root->path().toUtf8());
 }
 
-void FileManagerTest::writeFileManager(const QByteArray& script)
+void FileManagerPosixTest::writeFileManager(const QByteArray& script)
 {
     QFile file(m_root->filePath("xdg-open"));
     QVERIFY(file.open(QIODevice::WriteOnly));
@@ -46,13 +46,13 @@ void FileManagerTest::writeFileManager(const QByteArray& script)
     file.setPermissions(file.permissions() | QFile::ExeOwner);
 }
 
-QByteArray FileManagerTest::content(const QString& name) const
+QByteArray FileManagerPosixTest::content(const QString& name) const
 {
     QFile file(m_root->filePath(name));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QByteArray FileManagerTest::openedWithErrors(const std::string& folder)
+QByteArray FileManagerPosixTest::openedWithErrors(const std::string& folder)
 {
     const QByteArray path = m_root->filePath("errors").toUtf8();
     const int file = ::open(path.constData(), O_CREAT | O_WRONLY | O_TRUNC, 0600);
@@ -65,7 +65,7 @@ QByteArray FileManagerTest::openedWithErrors(const std::string& folder)
     return content("errors");
 }
 
-void FileManagerTest::folderReachesTheFileManagerAsOneWord()
+void FileManagerPosixTest::folderReachesTheFileManagerAsOneWord()
 {
     const QByteArray seen = m_root->filePath("seen").toUtf8();
     writeFileManager("printf '%s|' \"$@\" > '" + seen + ".new'; /bin/mv '" + seen + ".new' '" +
@@ -75,7 +75,7 @@ void FileManagerTest::folderReachesTheFileManagerAsOneWord()
     QTRY_COMPARE(content("seen"), folder + "|");
 }
 
-void FileManagerTest::slowFileManagerDoesNotBlockAndItsOutputIsDropped()
+void FileManagerPosixTest::slowFileManagerDoesNotBlockAndItsOutputIsDropped()
 {
     const QByteArray done = m_root->filePath("done").toUtf8();
     writeFileManager("echo noise >&2\necho noise\n/bin/sleep 1\n: > '" + done + "'\n");
@@ -85,12 +85,12 @@ void FileManagerTest::slowFileManagerDoesNotBlockAndItsOutputIsDropped()
     QCOMPARE(content("errors"), QByteArray());
 }
 
-void FileManagerTest::missingFileManagerIsOneLineOnTheErrorStream()
+void FileManagerPosixTest::missingFileManagerIsOneLineOnTheErrorStream()
 {
     const QByteArray errors = openedWithErrors("/tmp");
     QCOMPARE(errors.count('\n'), 1);
     QVERIFY(errors.contains("xdg-open"));
 }
 
-TARNEL_TEST_MAIN(FileManagerTest)
-#include "file_manager_test.moc"
+TARNEL_TEST_MAIN(FileManagerPosixTest)
+#include "file_manager_posix_test.moc"

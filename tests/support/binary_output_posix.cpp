@@ -1,0 +1,3 @@
+#include "tests/support/binary_output.h"
+
+void useBinaryOutput() {}
