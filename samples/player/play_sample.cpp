@@ -106,6 +106,11 @@ SOptions parsedOptions(const QApplication& application)
     const QCommandLineOption sample(QStringLiteral("sample"),
                                     QStringLiteral("Folder of the sample deck."),
                                     QStringLiteral("folder"));
+    const QCommandLineOption engine(
+        QStringLiteral("engine"),
+        QStringLiteral("Program that runs the cases of the heap, a sample for real engines; the "
+                       "stand-in runs those of the column."),
+        QStringLiteral("program"));
     const QCommandLineOption work(QStringLiteral("work"), QStringLiteral("Folder for the jobs."),
                                   QStringLiteral("folder"), QStringLiteral("out/calibration"));
     const QCommandLineOption pictures(QStringLiteral("pictures"),
@@ -122,7 +127,7 @@ SOptions parsedOptions(const QApplication& application)
                                     QStringLiteral("size"));
     const QCommandLineOption stay(QStringLiteral("stay"),
                                   QStringLiteral("Leave the window open at the end."));
-    parser.addOptions({sample, work, pictures, road, collate, window, stay});
+    parser.addOptions({sample, engine, work, pictures, road, collate, window, stay});
     parser.process(application);
     SOptions options;
     options.window = sizeOf(parser.value(window));
@@ -134,6 +139,11 @@ SOptions parsedOptions(const QApplication& application)
     options.places.work = QDir(QDir(parser.value(work)).absolutePath());
     options.places.pictures = parser.value(pictures);
     options.places.simulator = standIn();
+    options.places.deck = columnSample();
+    if (parser.isSet(engine)) {
+        options.places.simulator = QDir(parser.value(engine)).absolutePath();
+        options.places.deck = heapSample();
+    }
     options.road = roads().at(parser.value(road));
     options.collate = parser.value(collate);
     options.stay = parser.isSet(stay);

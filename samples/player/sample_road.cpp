@@ -40,6 +40,25 @@ int countCsvFiles(const QString& folder)
 
 } // namespace
 
+SPlayedDeck columnSample()
+{
+    return {QStringLiteral("column"),
+            QStringLiteral("box.txt"),
+            QStringLiteral("Gravel<>Gravel"),
+            {{QStringLiteral("Rolling Friction"), {QStringLiteral("0.3")}},
+             {QStringLiteral("Static Friction"), {QStringLiteral("0.2"), QStringLiteral("0.8")}}}};
+}
+
+SPlayedDeck heapSample()
+{
+    return {QStringLiteral("heap"),
+            QStringLiteral("heap.experiment"),
+            QStringLiteral("Gravel<>Gravel"),
+            {{QStringLiteral("Rolling Friction"),
+              {QStringLiteral("0.05"), QStringLiteral("0.2"), QStringLiteral("0.4")}},
+             {QStringLiteral("Static Friction"), {QStringLiteral("0.1"), QStringLiteral("0.8")}}}};
+}
+
 CSampleRoad::CSampleRoad(CUserHand& hand, CModalWatcher& dialogs, SPlaces places,
                          std::function<void(const QString&)> say)
     : m_hand(hand)
@@ -86,11 +105,11 @@ QString CSampleRoad::play(Road road)
 
 void CSampleRoad::loadDeck()
 {
-    const QString deck = m_places.sample.filePath(QStringLiteral("column.zek"));
+    const QString deck = m_places.sample.filePath(m_places.deck.stem + QStringLiteral(".zek"));
     m_hand.openTab(QStringLiteral("m_tabDeckLoader"));
     m_hand.type(QStringLiteral("m_leDeckFilePath"), deck);
     m_hand.type(QStringLiteral("m_leAdditionalFilesPath"),
-                m_places.sample.filePath(QStringLiteral("box.txt")));
+                m_places.sample.filePath(m_places.deck.additionalFile));
     demand(m_hand.isEnabled(QStringLiteral("m_pbNextButton")),
            QStringLiteral("The deck %1 was not accepted.").arg(deck));
     m_say(QStringLiteral("Load Deck: %1").arg(deck));
@@ -114,9 +133,10 @@ void CSampleRoad::varyField(const QString& parameter, const QStringList& numbers
 void CSampleRoad::varyParameters()
 {
     m_hand.chooseProperty({QStringLiteral("Interactions")});
-    m_hand.chooseRow(QStringLiteral("m_materialListWidget"), QStringLiteral("Gravel<>Gravel"));
-    varyField(QStringLiteral("Rolling Friction"), {QStringLiteral("0.3")});
-    varyField(QStringLiteral("Static Friction"), {QStringLiteral("0.2"), QStringLiteral("0.8")});
+    m_hand.chooseRow(QStringLiteral("m_materialListWidget"), m_places.deck.pair);
+    for (const auto& [parameter, numbers] : m_places.deck.varied) {
+        varyField(parameter, numbers);
+    }
     next(QStringLiteral("2-parameter-editor.png"));
     m_hand.click(QStringLiteral("m_pbNextButton"));
 }
@@ -188,7 +208,8 @@ void CSampleRoad::runCases()
     demand(bar->value() == bar->maximum(), QStringLiteral("Not every case has ended."));
     m_say(
         QStringLiteral("Submit Job: %1 cases have run below %2").arg(bar->value()).arg(caseRoot()));
-    m_hand.chooseRow(QStringLiteral("m_listOngoingSimulations"), QStringLiteral("column2"));
+    m_hand.chooseRow(QStringLiteral("m_listOngoingSimulations"),
+                     m_places.deck.stem + QLatin1Char('2'));
     next(QStringLiteral("5-submit-job-inspector.png"));
 }
 
@@ -235,15 +256,15 @@ QString CSampleRoad::collate(const QString& folder)
 
 void CSampleRoad::photographCoupling()
 {
-    if (m_places.pictures.isEmpty()) {
-        return;
-    }
     const QFileInfo simulator(m_places.simulator);
     const QString ending = simulator.suffix().isEmpty() ? QString() : "." + simulator.suffix();
+    const QString server = simulator.dir().filePath(QStringLiteral("coupling_sample") + ending);
+    if (m_places.pictures.isEmpty() || !QFileInfo::exists(server)) {
+        return;
+    }
     m_hand.openTab(QStringLiteral("m_tabProcessingOptions"));
     m_hand.click(QStringLiteral("gbCouplingServer"));
-    m_hand.type(QStringLiteral("m_leCouplingLocation"),
-                simulator.dir().filePath(QStringLiteral("coupling_sample") + ending));
+    m_hand.type(QStringLiteral("m_leCouplingLocation"), server);
     m_hand.type(QStringLiteral("leCouplingCommand"), QStringLiteral("3"));
     next(QStringLiteral("4-processing-options-coupling.png"));
 }

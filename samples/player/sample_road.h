@@ -2,14 +2,31 @@
 
 #include <QDir>
 #include <QString>
+#include <QStringList>
 
 #include <functional>
+#include <utility>
+#include <vector>
 
 class CModalWatcher;
 class CUserHand;
 
 /// How the cases of the sample are analysed and where they run.
 enum class Road { NoAnalysis, Export, Python, Distributed };
+
+/// A deck to play with, and what varies in it.
+struct SPlayedDeck
+{
+    QString stem;           ///< of the deck's file
+    QString additionalFile; ///< beside the deck
+    QString pair;           ///< of the materials whose interaction varies
+    /// Parameters with the numbers that are tried besides the deck's own.
+    std::vector<std::pair<QString, QStringList>> varied;
+};
+
+/// The sample for the stand-in, and the one for a real engine.
+SPlayedDeck columnSample();
+SPlayedDeck heapSample();
 
 /// A whole calibration on the sample, page by page, as a user would do it.
 class CSampleRoad
@@ -18,7 +35,8 @@ public:
     struct SPlaces
     {
         QDir sample;       ///< the sample deck and what belongs to it
-        QString simulator; ///< the stand-in for the simulator
+        SPlayedDeck deck;  ///< which one it is
+        QString simulator; ///< what runs the cases
         QDir work;         ///< where the jobs go
         QString pictures;  ///< folder for a picture of each page, empty for none
     };
