@@ -23,8 +23,8 @@ set(CPACK_DEBIAN_PACKAGE_CONTROL_STRICT_PERMISSION TRUE)
 set(CPACK_DEBIAN_PACKAGE_SHLIBDEPS ON)
 # Analysis scripts, the folder of distributed files, the sign behind "Delete H5 files".
 set(CPACK_DEBIAN_PACKAGE_RECOMMENDS "python3, xdg-utils, fonts-symbola")
-# The sample's plot; the cluster that tarnel-cases submits to.
-set(CPACK_DEBIAN_PACKAGE_SUGGESTS "python3-matplotlib, slurm-client")
+# The sample's plot; the cluster that tarnel-cases submits to; the engine behind orva-liggghts.
+set(CPACK_DEBIAN_PACKAGE_SUGGESTS "python3-matplotlib, slurm-client, liggghts")
 include(CPack)
 
 # What users get is packed and tested from the build that holds nothing else.
