@@ -12,6 +12,16 @@ namespace {
 // Far above any table of materials, and small enough that a made-up extent can't take all memory.
 constexpr hsize_t mostElements = 1U << 20U;
 
+/// Values that lie in the dataset's own header: HDF5 takes their count from elsewhere, and would
+/// read or write past them.
+void requireWholeHeader(const H5::DataSet& dataset, hsize_t count)
+{
+    if (dataset.getCreatePlist().getLayout() == H5D_COMPACT &&
+        dataset.getStorageSize() < count * dataset.getDataType().getSize()) {
+        throw std::runtime_error(dataset.getObjName() + " has fewer elements than it says");
+    }
+}
+
 } // namespace
 
 bool run(const std::function<void()>& transfer)
@@ -53,6 +63,7 @@ std::size_t elementCount(const H5::DataSet& dataset)
     if (count > mostElements) {
         throw std::runtime_error(dataset.getObjName() + " has too many elements");
     }
+    requireWholeHeader(dataset, count);
     return static_cast<std::size_t>(count);
 }
 

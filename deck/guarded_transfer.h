@@ -16,8 +16,8 @@ bool run(const std::function<void()>& transfer);
 /// Whether the group has a link of that path; false as well where the path's first part is missing.
 bool linkExists(const H5::Group& group, const char* path);
 
-/// Elements of a one-dimensional dataset. Throws std::runtime_error for another rank and for a
-/// count that no deck has.
+/// Elements of a one-dimensional dataset. Throws std::runtime_error for another rank, for a count
+/// that no deck has, and where the dataset's header holds fewer.
 std::size_t elementCount(const H5::DataSet& dataset);
 
 /// Throws std::runtime_error for another class.

@@ -65,6 +65,19 @@ void replacePairs(H5::H5File& file, const H5::DataType& name, const H5::DataType
     file.createDataSet(jkrData, pairType(name, value), H5::DataSpace(1, &count));
 }
 
+/// One pair, 7 for "ABCD" and "E", in ten bytes.
+void replaceByOneShortPair(H5::H5File& file, H5D_layout_t layout)
+{
+    const H5::CompType type =
+        pairType(H5::StrType(H5::PredType::C_S1, 4), H5::PredType::NATIVE_SHORT);
+    const char element[] = {'A', 'B', 'C', 'D', 'E', 0, 0, 0, 7, 0};
+    const hsize_t count = 1;
+    H5::DSetCreatPropList list;
+    list.setLayout(layout);
+    file.unlink(jkrData);
+    file.createDataSet(jkrData, type, H5::DataSpace(1, &count), list).write(element, type);
+}
+
 /// Damage that the library itself refuses to write.
 void changeBytes(const DeckPaths& deck, const QByteArray& before, const QByteArray& after)
 {
@@ -157,16 +170,31 @@ private slots:
 
     void numbersOfAnotherTypeAreConverted()
     {
-        const DeckPaths deck = spoiltDeck([](H5::H5File& file) {
-            const H5::CompType type =
-                pairType(H5::StrType(H5::PredType::C_S1, 4), H5::PredType::NATIVE_SHORT);
-            const char element[] = {'A', 'B', 'C', 'D', 'E', 0, 0, 0, 7, 0};
-            const hsize_t count = 1;
-            file.unlink(jkrData);
-            file.createDataSet(jkrData, type, H5::DataSpace(1, &count)).write(element, type);
-        });
+        const DeckPaths deck =
+            spoiltDeck([](H5::H5File& file) { replaceByOneShortPair(file, H5D_CONTIGUOUS); });
         const SingleMap expected = {{"ABCD<>E", 7.0}};
         QVERIFY(read(deck).m_surfaceSurface.m_hertzMindlinJkr == expected);
+    }
+
+    void pairInItsHeaderIsRead()
+    {
+        const DeckPaths deck =
+            spoiltDeck([](H5::H5File& file) { replaceByOneShortPair(file, H5D_COMPACT); });
+        const SingleMap expected = {{"ABCD<>E", 7.0}};
+        QVERIFY(read(deck).m_surfaceSurface.m_hertzMindlinJkr == expected);
+    }
+
+    void pairThatItsHeaderHoldsInPartIsNotRead()
+    {
+        const DeckPaths deck =
+            spoiltDeck([](H5::H5File& file) { replaceByOneShortPair(file, H5D_COMPACT); });
+        // The bytes that the header holds, of ten.
+        changeBytes(deck, QByteArray("\12\0ABCDE", 7), QByteArray("\11\0ABCDE", 7));
+        CStreamCapture output(CStreamCapture::Output);
+        const CCreatorData record = read(deck);
+        const QByteArray printed = output.text();
+        QVERIFY2(printed.contains("fewer elements than it says"), printed.constData());
+        QVERIFY(record.m_surfaceSurface.m_hertzMindlinJkr.empty());
     }
 
     void memberOutsideItsElementIsNotRead()
