@@ -9,6 +9,7 @@ class CSettingsApart
 {
 public:
     explicit CSettingsApart(const QString& folder);
+    // NOLINTNEXTLINE(performance-trivially-destructible): on Windows it has something to give back.
     ~CSettingsApart();
 
     CSettingsApart(const CSettingsApart&) = delete;

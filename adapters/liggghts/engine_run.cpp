@@ -160,7 +160,7 @@ private:
 
 QString findEngine()
 {
-    const QString engine = QStandardPaths::findExecutable(QStringLiteral("liggghts"));
+    QString engine = QStandardPaths::findExecutable(QStringLiteral("liggghts"));
     if (engine.isEmpty()) {
         throw CAdapterError(CAdapterError::EngineFailed,
                             "There is no program \"liggghts\" on the search path.");

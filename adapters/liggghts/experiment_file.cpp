@@ -42,7 +42,7 @@ std::pair<std::string, std::string> splitLine(const std::string& line)
         return {};
     }
     if (at == std::string::npos || trimmed(text.substr(0, at)).empty()) {
-        refuse("\"" + text + "\" is not \"key = value\"");
+        refuse("\"" + text + R"(" is not "key = value")");
     }
     return {trimmed(text.substr(0, at)), trimmed(text.substr(at + 1))};
 }

@@ -132,7 +132,7 @@ void takeRadii(SExperiment& experiment, const std::string& value)
     for (const std::string& part : partsOf(value, ',')) {
         const std::vector<std::string> pair = partsOf(part, ':');
         if (pair.empty() || pair.size() > 2) {
-            refuse("\"" + part + "\" is not \"radius\" or \"radius : share\"");
+            refuse("\"" + part + R"(" is not "radius" or "radius : share")");
         }
         const double share = pair.size() == 2 ? positiveNumber(pair[1]) : 1.0;
         experiment.radii.push_back({positiveNumber(pair[0]), share});

@@ -120,6 +120,7 @@ SRoundHeap roundHeapOf(const std::vector<SSphere>& spheres)
         middleY += sphere.place[1] / static_cast<double>(spheres.size());
     }
     std::vector<double> distances;
+    distances.reserve(spheres.size());
     for (const SSphere& sphere : spheres) {
         distances.push_back(std::hypot(sphere.place[0] - middleX, sphere.place[1] - middleY));
     }
@@ -144,6 +145,7 @@ SLeaningHeap leaningHeapOf(const std::vector<SSphere>& spheres)
         return heap;
     }
     std::vector<double> edges;
+    edges.reserve(spheres.size());
     for (const SSphere& sphere : spheres) {
         edges.push_back(sphere.place[0] + sphere.radius);
     }

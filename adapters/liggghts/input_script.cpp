@@ -150,7 +150,7 @@ private:
         m_script.line("variable here equal atoms");
         writeWord(m_script, std::string(EngineWords::Inserted) + " ${here}");
         m_script.line("if \"${here} !=", static_cast<unsigned long>(m_experiment.count),
-                      "\" then quit");
+                      R"(" then quit)");
     }
 
     /// Energy of all spheres below which they count as lying still.
@@ -168,7 +168,7 @@ private:
         m_script.line("variable look loop", m_schedule.settleTurns);
         m_script.line("label settling");
         m_script.line("run", m_schedule.settleSteps, "pre no post no");
-        m_script.line("if \"${energy} <", restEnergy(), "\" then \"jump SELF settled\"");
+        m_script.line("if \"${energy} <", restEnergy(), R"(" then "jump SELF settled")");
         m_script.line("next look");
         m_script.line("jump SELF settling");
         writeWord(m_script, EngineWords::Unsettled);
@@ -223,7 +223,7 @@ private:
         m_script.line("run", m_schedule.saveSteps, "pre no post no");
         writeSave(m_script);
         m_script.line("if \"${turn} >=", m_schedule.surelyMoving, "&& ${energy} <", restEnergy(),
-                      "\" then \"jump SELF rested\"");
+                      R"(" then "jump SELF rested")");
         m_script.line("next turn");
         m_script.line("jump SELF turning");
         writeWord(m_script, EngineWords::Moving);

@@ -93,7 +93,7 @@ void writeThrow(CScriptText& script, const SExperiment& experiment, const std::s
     script.line("run", schedule.saveSteps, "pre no post no");
     writeSave(script);
     script.line("if \"${speed} <", (rolling ? RollingEnds : SlidingEnds) * experiment.speed,
-                "\" then \"jump SELF rested\"");
+                R"(" then "jump SELF rested")");
     script.line("next turn");
     script.line("jump SELF turning");
     script.line("label rested");
