@@ -69,7 +69,10 @@ class Operation:
     rounds: dict[str, list[Figures]] = field(default_factory=dict)
 
     def run_round(self, folder: Path):
-        for name, side in {"ours": self.ours, **self.peers}.items():
+        """Another side begins each round: the first pays for memory that the machine has given away."""
+        sides = [("ours", self.ours), *self.peers.items()]
+        first = len(self.rounds.get("ours", [])) % len(sides)
+        for name, side in sides[first:] + sides[:first]:
             self.rounds.setdefault(name, []).append(side(folder))
 
     def seconds(self, side):
