@@ -94,6 +94,10 @@ QString CSampleRoad::play(Road road)
         return writeDistributedFiles();
     }
     runCases();
+    if (road == Road::Export) {
+        demand(countCsvFiles(caseRoot()) >= caseCount(),
+               QStringLiteral("Not every case has a result."));
+    }
     if (road == Road::Python) {
         awaitAnalyses();
     }
@@ -213,10 +217,15 @@ void CSampleRoad::runCases()
     next(QStringLiteral("5-submit-job-inspector.png"));
 }
 
+int CSampleRoad::caseCount() const
+{
+    return m_hand.find<QListWidget>(QStringLiteral("m_listOngoingSimulations"))->count();
+}
+
 void CSampleRoad::awaitAnalyses()
 {
     // A case counts as finished when its analysis has just begun.
-    const int cases = m_hand.find<QListWidget>(QStringLiteral("m_listOngoingSimulations"))->count();
+    const int cases = caseCount();
     for (int waited = 0; countCsvFiles(caseRoot()) < cases; waited += LookAgainMs) {
         demand(waited < PatienceWithAnalysesMs, QStringLiteral("Not every analysis has ended."));
         m_hand.pause(LookAgainMs);

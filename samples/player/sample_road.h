@@ -61,6 +61,7 @@ private:
     void setOptions();
     void generateJob();
     void runCases();
+    int caseCount() const;
     void awaitAnalyses();
     QString writeDistributedFiles();
     QString collate(const QString& folder);
