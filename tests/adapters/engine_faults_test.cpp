@@ -44,6 +44,7 @@ private slots:
     void anEarlyEndIsTold_data();
     void anEarlyEndIsTold();
     void withoutAnEngineThereIsOneSentence();
+    void aPlayWhoseCasesHaveNoResultFails();
     void anEngineThatIsNoProgramIsOneSentence();
     void progressComesWhileItRuns();
     void theFirstFailureEndsTheOtherRuns();
@@ -218,6 +219,16 @@ void EngineFaultsTest::theEngineEndsWithTheAdapter()
     ::kill(static_cast<pid_t>(adapter.processId()), signal);
     QVERIFY(adapter.waitForFinished(20000));
     QTRY_VERIFY_WITH_TIMEOUT(!isAlive(engine), 20000);
+}
+
+void EngineFaultsTest::aPlayWhoseCasesHaveNoResultFails()
+{
+    const SProgramEnd end = SampleCase::run(
+        PLAY_SAMPLE,
+        {"--sample", ENGINE_SAMPLE, "--engine", "/bin/false", "--work", m_folder->path()},
+        m_folder->path());
+    QCOMPARE(end.exitCode, 1);
+    QVERIFY2(end.errors.contains("Not every case has a result."), end.errors.constData());
 }
 
 TARNEL_TEST_MAIN(EngineFaultsTest)
