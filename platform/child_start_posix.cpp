@@ -93,6 +93,19 @@ void resetSignals(const SPlan& plan)
     reportFailure(plan, plan.execution);
 }
 
+/// Children that the program is to ignore vanish with their exit codes. Its starter may have set
+/// that: what is ignored stays so in the program that is started.
+void heedChildren()
+{
+    struct sigaction action = {};
+    if (::sigaction(SIGCHLD, nullptr, &action) == 0 &&
+        (action.sa_handler == SIG_IGN || (action.sa_flags & SA_NOCLDWAIT) != 0)) {
+        action.sa_handler = action.sa_handler == SIG_IGN ? SIG_DFL : action.sa_handler;
+        action.sa_flags &= ~SA_NOCLDWAIT;
+        ::sigaction(SIGCHLD, &action, nullptr);
+    }
+}
+
 /// The child borrows the memory of its parent, whose thread stands still until the program runs. A
 /// copy of it would have to be announced to the system page by page, and could stay behind waiting
 /// when the parent dies in between.
@@ -180,6 +193,7 @@ SStartedChild startChild(const SChildStart& start)
     plan.endsWithThread = start.endsWithThread;
     plan.parent = ::getpid();
 
+    heedChildren();
     sigset_t all;
     ::sigfillset(&all);
     ::pthread_sigmask(SIG_SETMASK, &all, &plan.signalsBefore);

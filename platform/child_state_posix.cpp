@@ -224,7 +224,7 @@ void CChildProcess::State::lookForEnd()
     output.close();
     end.close();
     if (ended < 0) {
-        // Nobody knows how it ended: the program may have been started to ignore its children.
+        // Nobody knows how it ended: somebody else has waited for it.
         exitCode = -1;
         return;
     }

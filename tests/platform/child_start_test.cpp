@@ -48,6 +48,8 @@ private slots:
     void inputThatNobodyTakesDoesNoHarm();
     void restOfTheOutputIsRead();
     void childWithoutStandardStreamsWorks();
+    void endIsKnownWhereChildrenWereToBeIgnored_data();
+    void endIsKnownWhereChildrenWereToBeIgnored();
     void runningChildEndsWithItsObject();
     void manyThreadsStartChildren();
     void childOfAThreadThatHasGoneIsEnded();
@@ -339,6 +341,33 @@ void ChildStartTest::childWithoutStandardStreamsWorks()
         process.start("sh", {"-c", "read word; echo $word; echo error >&2"});
         process.write("word\n");
         return process.waitForFinished(10000) && process.readAllStandardOutput() == "word\nerror\n";
+    });
+    QCOMPARE(status, 0);
+}
+
+void ChildStartTest::endIsKnownWhereChildrenWereToBeIgnored_data()
+{
+    QTest::addColumn<bool>("ignored");
+    QTest::newRow("ignored") << true;
+    QTest::newRow("not to be waited for") << false;
+}
+
+/// As well as a careless starter leaves it: the setting outlives the start of a program.
+void ChildStartTest::endIsKnownWhereChildrenWereToBeIgnored()
+{
+    QFETCH(bool, ignored);
+    const int status = inAnotherProcess([ignored] {
+        struct sigaction action = {};
+        action.sa_handler = ignored ? SIG_IGN : SIG_DFL;
+        action.sa_flags = ignored ? 0 : SA_NOCLDWAIT;
+        ::sigaction(SIGCHLD, &action, nullptr);
+        bool known = true;
+        for (const int code : {0, 3}) {
+            CChildProcess process;
+            process.start("sh", {"-c", "exit " + QString::number(code)});
+            known = known && process.waitForFinished(10000) && process.exitCode() == code;
+        }
+        return known;
     });
     QCOMPARE(status, 0);
 }
