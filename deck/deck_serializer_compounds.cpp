@@ -6,6 +6,7 @@
 #include "deck/compound_mapping.h"
 #include "deck/guarded_transfer.h"
 
+#include <algorithm>
 #include <functional>
 #include <stdexcept>
 
@@ -43,14 +44,37 @@ void requireMembers(const H5::DataSet& dataset, const H5::CompType& type)
     }
 }
 
-template <class Record>
-std::vector<Record> readRecords(const H5::DataSet& dataset, const H5::CompType& type)
+/// So many records are read at once that they stay in the processor's cache, and never a part of a
+/// chunk: each would be unpacked again for every part.
+hsize_t recordsAtOnce(const H5::DataSet& dataset, hsize_t count)
 {
-    std::vector<Record> records(GuardedTransfer::elementCount(dataset));
-    if (!records.empty()) {
-        dataset.read(records.data(), type, H5::DataSpace::ALL, H5::DataSpace::ALL);
+    constexpr hsize_t least = 512;
+    hsize_t chunk = 1;
+    const H5::DSetCreatPropList properties = dataset.getCreatePlist();
+    if (properties.getLayout() == H5D_CHUNKED) {
+        properties.getChunk(1, &chunk);
     }
-    return records;
+    chunk = std::clamp<hsize_t>(chunk, 1, count);
+    return std::min(count, (least + chunk - 1) / chunk * chunk);
+}
+
+/// Hands each record over, in the order of the file.
+template <class Record>
+void readRecords(const H5::DataSet& dataset, const H5::CompType& type,
+                 const std::function<void(Record&)>& take)
+{
+    const hsize_t count = GuardedTransfer::elementCount(dataset);
+    if (count == 0) {
+        return;
+    }
+    std::vector<Record> records(recordsAtOnce(dataset, count));
+    const H5::DataSpace inFile = dataset.getSpace();
+    for (hsize_t begin = 0; begin < count; begin += records.size()) {
+        const hsize_t size = std::min<hsize_t>(records.size(), count - begin);
+        inFile.selectHyperslab(H5S_SELECT_SET, &size, &begin);
+        dataset.read(records.data(), type, H5::DataSpace(1, &size), inFile);
+        std::for_each(records.begin(), records.begin() + size, take);
+    }
 }
 
 bool holdsTwoSeparators(const std::string& key)
@@ -60,16 +84,19 @@ bool holdsTwoSeparators(const std::string& key)
            key.find(DeckKeys::Separator, first + DeckKeys::Separator.size()) != std::string::npos;
 }
 
+/// All records or none. Of records with one key the first counts.
 template <class Record>
 void readMap(const H5::DataSet& dataset, const H5::CompType& type, MapOf<Record>& map)
 {
-    for (Record& record : readRecords<Record>(dataset, type)) {
-        const std::string key = CompoundMapping::keyOf(record);
+    MapOf<Record> read;
+    readRecords<Record>(dataset, type, [&read](Record& record) {
+        std::string key = CompoundMapping::keyOf(record);
         if (CompoundMapping::Mapping<Record>::warnsOfSeparator && holdsTwoSeparators(key)) {
             MessageBox::warning(Messages::DeckIncompatible, Messages::MaterialToken);
         }
-        map.emplace(key, CompoundMapping::numbers(record));
-    }
+        read.emplace_hint(read.end(), std::move(key), CompoundMapping::numbers(record));
+    });
+    map.merge(read);
 }
 
 template <class Record>
@@ -90,13 +117,15 @@ template <class Record>
 std::vector<Record> mergedRecords(const H5::DataSet& dataset, const H5::CompType& type,
                                   const MapOf<Record>& map)
 {
-    std::vector<Record> records = readRecords<Record>(dataset, type);
-    for (Record& record : records) {
+    std::vector<Record> records;
+    records.reserve(GuardedTransfer::elementCount(dataset));
+    readRecords<Record>(dataset, type, [&](Record& record) {
         const auto known = map.find(CompoundMapping::keyOf(record));
         if (known != map.end()) {
             CompoundMapping::numbers(record) = known->second;
         }
-    }
+        records.push_back(record);
+    });
     return records;
 }
 

@@ -16,8 +16,9 @@ constexpr hsize_t mostElements = 1U << 20U;
 /// read or write past them.
 void requireWholeHeader(const H5::DataSet& dataset, hsize_t count)
 {
-    if (dataset.getCreatePlist().getLayout() == H5D_COMPACT &&
-        dataset.getStorageSize() < count * dataset.getDataType().getSize()) {
+    // The layout is asked for last: the library copies a list of properties for it.
+    if (dataset.getStorageSize() < count * dataset.getDataType().getSize() &&
+        dataset.getCreatePlist().getLayout() == H5D_COMPACT) {
         throw std::runtime_error(dataset.getObjName() + " has fewer elements than it says");
     }
 }

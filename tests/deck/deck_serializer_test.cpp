@@ -53,6 +53,61 @@ int warningsOn(const DeckDescription& description, CCreatorData* record = nullpt
     return static_cast<int>(watcher.messages().size());
 }
 
+const hsize_t longTable = 1300;
+
+/// More yields than are read at once; the last one has the key of the first.
+DeckDescription deckWithALongTable()
+{
+    DeckDescription description = plainDeck(14);
+    std::vector<DeckRow> rows;
+    for (hsize_t row = 0; row + 1 < longTable; ++row) {
+        rows.push_back({{"material " + std::to_string(row)}, {double(row)}});
+    }
+    rows.push_back({{"material 0"}, {-1.0}});
+    description.surfaceSurface.hystereticYields = rows;
+    return description;
+}
+
+std::string yieldsPath()
+{
+    return std::string(particleGroup) + "/" + DeckKeys::HystereticSpringYields;
+}
+
+/// Writes the long table anew in packed chunks of so many records.
+void packYields(const DeckPaths& deck, hsize_t chunk)
+{
+    H5::H5File file(deck.dataFile.string(), H5F_ACC_RDWR);
+    H5::DataSet plain = file.openDataSet(yieldsPath());
+    const H5::CompType type = plain.getCompType();
+    std::vector<char> records(longTable * type.getSize());
+    plain.read(records.data(), type);
+    plain.close();
+    H5::DSetCreatPropList list;
+    list.setChunk(1, &chunk);
+    list.setDeflate(6);
+    const hsize_t most = H5S_UNLIMITED;
+    const H5::DataSpace space(1, &longTable, &most);
+    file.unlink(yieldsPath());
+    file.createDataSet(yieldsPath(), type, space, list).write(records.data(), type);
+}
+
+/// Overwrites the packed bytes of a chunk.
+void spoilChunk(const DeckPaths& deck, hsize_t index)
+{
+    haddr_t address = 0;
+    hsize_t size = 0;
+    {
+        const H5::H5File file(deck.dataFile.string(), H5F_ACC_RDONLY);
+        const H5::DataSet yields = file.openDataSet(yieldsPath());
+        QVERIFY(H5Dget_chunk_info(yields.getId(), yields.getSpace().getId(), index, nullptr,
+                                  nullptr, &address, &size) >= 0);
+    }
+    QFile file(QString::fromStdString(deck.dataFile.string()));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.seek(qint64(address)));
+    QCOMPARE(file.write(QByteArray(int(size), 'x')), qint64(size));
+}
+
 void addFormats()
 {
     QTest::addColumn<int>("format");
@@ -281,6 +336,38 @@ private slots:
             std::vector<DeckRow>{{{"glass"}, {1.0}}, {{"glass"}, {2.0}}};
         const SingleMap expected = {{"glass", 1.0}};
         QVERIFY(read(newDeck(description)).m_surfaceSurface.m_hystereticYields == expected);
+    }
+
+    void longTableIsReadWhole_data()
+    {
+        QTest::addColumn<int>("chunk");
+        QTest::newRow("in one piece") << 0;
+        QTest::newRow("small chunks") << 7;
+        QTest::newRow("chunks that are read one by one") << 600;
+        QTest::newRow("one chunk, larger than the table") << 2000;
+    }
+    void longTableIsReadWhole()
+    {
+        QFETCH(int, chunk);
+        const DeckPaths deck = newDeck(deckWithALongTable());
+        if (chunk > 0) {
+            packYields(deck, hsize_t(chunk));
+        }
+        SingleMap expected;
+        for (hsize_t row = 0; row + 1 < longTable; ++row) {
+            expected["material " + std::to_string(row)] = double(row);
+        }
+        QVERIFY(read(deck).m_surfaceSurface.m_hystereticYields == expected);
+    }
+
+    void tableThatCannotBeReadToItsEndIsNotReadAtAll()
+    {
+        const DeckPaths deck = newDeck(deckWithALongTable());
+        packYields(deck, 600);
+        spoilChunk(deck, 2);
+        const CCreatorData record = read(deck);
+        QVERIFY(record.m_surfaceSurface.m_hystereticYields.empty());
+        QVERIFY(!record.m_interactions.empty());
     }
 
     void repeatReadKeepsTheValuesOfKnownKeys()
