@@ -22,7 +22,10 @@ public:
     void begin(const std::vector<CaseCommands>& commands, std::string caseRoot, std::string deck,
                int concurrency);
 
-    /// Number of the run, from 1 on; 0 before the first.
+    /// The cases of the run that haven't ended belong to an earlier run from now on.
+    void leave() { ++m_iRun; }
+
+    /// Number of the run, higher than those of all before.
     int number() const { return m_iRun; }
 
     void cancel() { m_bCancelRequested = 1; }

@@ -169,6 +169,10 @@ void CSubmitJobFrame::loadJobSpec()
         return;
     }
     m_listOngoingSimulations->clear();
+    if (!m_bRunning) {
+        // Cases of a cancelled run may still have to end; the new rows are none of theirs.
+        m_run.leave();
+    }
     const std::string job = m_leJobLoadLocation->text().toStdString();
     m_caseRootStem = job + "/" + FileNames::CaseRootStem;
     m_caseRoot = m_caseRootStem;

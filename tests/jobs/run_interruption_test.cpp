@@ -30,6 +30,7 @@ private slots:
     void startAgainAfterCancelTouchesNoRowOfTheNewRun();
     void cancelThatCameBeforeARunDoesNotCancelIt();
 
+    void loadingAJobAfterACancelLeavesItsRowsWaiting();
     void loadingAJobDuringARunLetsTheRunEnd();
     void loadingAnotherJobKeepsTheRunsFoldersApart();
     void loadingASmallerJobLeavesTheRunWithoutRows();
@@ -207,6 +208,23 @@ void RunInterruptionTest::cancelThatCameBeforeARunDoesNotCancelIt()
     fixture.widget<QPushButton>("m_pbCancelSimulating")->click();
     QVERIFY(fixture.run());
     QVERIFY(fixture.hasSucceeded(0));
+}
+
+void RunInterruptionTest::loadingAJobAfterACancelLeavesItsRowsWaiting()
+{
+    CPageFixture fixture;
+    fixture.behave("time step;pid;hang");
+    const QString job = fixture.loadJob(2);
+    CDeckStore::instance()->setSimulationOutputs(true);
+    fixture.when([&] { return !pidOf(job, 0).isEmpty() && !pidOf(job, 1).isEmpty(); },
+                 [&] { fixture.click("m_pbCancelSimulating"); });
+    QVERIFY(fixture.run(2));
+    fixture.load(job);
+    // The ends of the cases are still to be heard of; they reduce their folders and do no more.
+    const QString step = job + QStringLiteral("/JobFileLocation/Job%1/deck%1_data/1.h5");
+    QTRY_VERIFY(!QFileInfo::exists(step.arg(0)) && !QFileInfo::exists(step.arg(1)));
+    QVERIFY(fixture.isWaiting(0) && fixture.isWaiting(1));
+    QCOMPARE(fixture.progress(), 0);
 }
 
 void RunInterruptionTest::loadingAJobDuringARunLetsTheRunEnd()
