@@ -29,6 +29,7 @@ private slots:
     void refusesToRunWithoutPython();
     void refusesToRunWithoutConda();
     void refusesToRunWithoutBothNamingPythonAlone();
+    void looksForNoToolsWithNoConcurrentSimulations();
     void namesAFolderThatCannotBeAskedAndLooksOn();
 
     void startsTheCouplingServerWithTheCase();
@@ -264,6 +265,16 @@ void AnalysisRunPosixTest::refusesToRunWithoutBothNamingPythonAlone()
     QVERIFY(fixture.run());
     QCOMPARE(fixture.modals().texts().size(), 1);
     QVERIFY(fixture.modals().texts().front().contains(QStringLiteral("the python executable's")));
+}
+
+void AnalysisRunPosixTest::looksForNoToolsWithNoConcurrentSimulations()
+{
+    CPageFixture fixture;
+    fixture.loadJob(pythonJob(fixture, 1));
+    qputenv("PATH", "");
+    QVERIFY(fixture.run(0));
+    QCOMPARE(fixture.modals().texts(), QStringList());
+    QVERIFY(fixture.isWaiting(0));
 }
 
 void AnalysisRunPosixTest::namesAFolderThatCannotBeAskedAndLooksOn()

@@ -52,9 +52,11 @@ private slots:
     void generatedJobComesBackAsRecordsAndCases();
     void valuesComeBackWithSixDigits();
     void settingsPointIntoTheJob();
+    void jobWithoutAdditionalFilesEmptiesTheirSetting();
     void optionsCouplingAndExportComeFromTheJob();
     void pythonDetailsAreTheFirstThreeLines_data();
     void pythonDetailsAreTheFirstThreeLines();
+    void exportFileComesBeforePythonDetails();
     void jobWithoutAnalysisIsModeNone();
     void absentCouplingListClearsTheCoupling();
     void moreCouplingLinesEndWithTheLastPair();
@@ -151,6 +153,16 @@ void JobLoadingTest::settingsPointIntoTheJob()
              platform::joinAsPath(job, "a.txt") + ";" + platform::joinAsPath(job, "b.txt") + ";");
 }
 
+void JobLoadingTest::jobWithoutAdditionalFilesEmptiesTheirSetting()
+{
+    pushPlainInteractions();
+    const std::string job = generate();
+    CAppSettings::instance()->setValue(CAppSettings::AdditionalFilesPath,
+                                       QString::fromStdString(m_fixture->writeFile("a.txt", "A")));
+    QVERIFY(load(job));
+    QCOMPARE(setting(CAppSettings::AdditionalFilesPath), std::string());
+}
+
 void JobLoadingTest::optionsCouplingAndExportComeFromTheJob()
 {
     pushPlainInteractions();
@@ -194,6 +206,19 @@ void JobLoadingTest::pythonDetailsAreTheFirstThreeLines()
         found.append(QString::fromStdString(argument));
     }
     QCOMPARE(found, arguments);
+}
+
+void JobLoadingTest::exportFileComesBeforePythonDetails()
+{
+    pushPlainInteractions();
+    CAppSettings::instance()->setValue(
+        CAppSettings::AdditionalFilesPath,
+        QString::fromStdString(m_fixture->writeFile("bed.dfg", "D")));
+    CDeckStore::instance()->setPostProcessing({2, {m_fixture->writeFile("s.py", "S"), "-d", "x"}});
+    const std::string job = generate();
+    QVERIFY(load(job));
+    QVERIFY(CDeckStore::instance()->postProcessing() ==
+            CDeckStore::PostProcessing(1, {job + "/bed.dfg", job + "/bed.qsv"}));
 }
 
 void JobLoadingTest::jobWithoutAnalysisIsModeNone()

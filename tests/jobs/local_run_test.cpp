@@ -35,6 +35,7 @@ private slots:
     void givesTheSimulatorItsCommandInTheCaseRoot();
     void runsASimulatorWhoseLocationHasBlanks();
     void preparesANewCaseRootForEachRun();
+    void countsTheCasesOfEachRunAnew();
     void disablesThePageDuringARunAndEnablesItAfterwards();
     void takesTheConcurrencyAsSizeOfTheThreadPool();
     void leavesTheProcessorToTheSimulations();
@@ -204,6 +205,28 @@ void LocalRunTest::preparesANewCaseRootForEachRun()
     QVERIFY(fixture.hasSucceeded(0) && fixture.hasSucceeded(1));
     QVERIFY(caseFile(job, "JobFileLocation", 0, "started").isEmpty());
     QVERIFY(!caseFile(job, "JobFileLocation0", 1, "started").isEmpty());
+}
+
+void LocalRunTest::countsTheCasesOfEachRunAnew()
+{
+    CPageFixture fixture;
+    const QString gate = fixture.newFolder() + QStringLiteral("/gate");
+    fixture.behave("exit:1");
+    fixture.loadJob(2);
+    QVERIFY(fixture.run());
+    QCOMPARE(fixture.progress(), 2);
+    fixture.behave(0, "exit:0");
+    fixture.behave(1, "wait for:" + gate.toUtf8());
+    // The bar stays where it was until the first case has ended.
+    fixture.when([&] { return fixture.isRunning(0); }, [&] { QCOMPARE(fixture.progress(), 2); });
+    fixture.when([&] { return fixture.isRunning(1); },
+                 [&] {
+                     QVERIFY(fixture.hasSucceeded(0));
+                     QCOMPARE(fixture.progress(), 1);
+                     writeFile(gate, "");
+                 });
+    QVERIFY(fixture.run());
+    QCOMPARE(fixture.progress(), 2);
 }
 
 void LocalRunTest::disablesThePageDuringARunAndEnablesItAfterwards()

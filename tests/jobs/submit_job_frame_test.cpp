@@ -36,6 +36,7 @@ private slots:
     void listsNothingForAMatrixOfAHeadingAlone();
     void loadsTheSameJobAgain();
     void staysDisabledAfterAJobWithoutDeck();
+    void emptiesTheListForAJobThatCannotBeLoaded();
     void generatesAJobAndLoadsIt();
     void listsNothingOfAGeneratedJobWithoutAnExecutable();
     void generatesNothingInAMissingSaveLocation();
@@ -178,6 +179,18 @@ void SubmitJobFrameTest::staysDisabledAfterAJobWithoutDeck()
     QCOMPARE(fixture.modals().texts(),
              QStringList(QStringLiteral("Jobspec does not contain valid h5 file")));
     QVERIFY(!fixture.widget<QPushButton>("m_pbStartSimulating")->isEnabled());
+}
+
+void SubmitJobFrameTest::emptiesTheListForAJobThatCannotBeLoaded()
+{
+    CPageFixture fixture;
+    fixture.loadJob(2);
+    fixture.load(fixture.newFolder());
+    QCOMPARE(fixture.modals().texts(),
+             QStringList(QStringLiteral("Jobspec does not contain valid h5 file")));
+    QCOMPARE(fixture.widget<QListWidget>("m_listOngoingSimulations")->count(), 0);
+    // Nothing takes back what the job before has enabled.
+    QVERIFY(fixture.widget<QPushButton>("m_pbStartSimulating")->isEnabled());
 }
 
 void SubmitJobFrameTest::generatesAJobAndLoadsIt()

@@ -26,6 +26,8 @@ private slots:
     void stepGoesToTheBoundOnly();
     void stepOfAnyCountIsOneStep();
     void arrowKeysStep();
+    void stepLeavesWhatWasTypedOut();
+    void stepKeepsDigitsThatAreNotShown();
     void stepKeepsTheCaret();
     void stepIsInTheUnitInUse();
     void unboundedStepStoresTheBoundOnly();
@@ -211,6 +213,30 @@ void DoubleSpinBoxSteppingTest::arrowKeysStep()
     QCOMPARE(box.storedValue(), 51.0);
     QTest::keyClick(&box, Qt::Key_PageDown);
     QCOMPARE(box.storedValue(), 50.0);
+}
+
+void DoubleSpinBoxSteppingTest::stepLeavesWhatWasTypedOut()
+{
+    CDoubleBox box(0, 100);
+    box.setValue(50);
+    box.type(QStringLiteral("7"));
+    QCOMPARE(box.value(), 7.0);
+    QTest::keyClick(&box, Qt::Key_Up);
+    QCOMPARE(box.storedValue(), 51.0);
+    QCOMPARE(box.text(), QStringLiteral("51 "));
+    QSignalSpy modified(&box, &CDoubleSpinBox::valueModified);
+    box.leave();
+    QCOMPARE(modified.count(), 0);
+}
+
+void DoubleSpinBoxSteppingTest::stepKeepsDigitsThatAreNotShown()
+{
+    CDoubleBox box(0, 100);
+    box.setValue(1.123456789);
+    QCOMPARE(box.text(), QStringLiteral("1.12346 "));
+    box.stepUp();
+    QVERIFY(box.storedValue() == 1.123456789 + 1.0);
+    QCOMPARE(box.text(), QStringLiteral("2.12346 "));
 }
 
 void DoubleSpinBoxSteppingTest::stepKeepsTheCaret()

@@ -63,6 +63,7 @@ private slots:
     void enteringSetsTheStepToOne();
     void stepOfAnyCountIsOneStep();
     void stepsAreNotClamped();
+    void stepLeavesWhatWasTypedOut();
     void stepsEndWithTheNumbersThatThereAre();
     void wheelChangesTheValue();
     void minutesAreTruncated();
@@ -241,6 +242,21 @@ void IntegerSpinBoxTest::stepsAreNotClamped()
     QCOMPARE(box.value(), 99);
     QCOMPARE(modified.count(), 1);
     QCOMPARE(modified[0][0].toInt(), 100);
+}
+
+void IntegerSpinBoxTest::stepLeavesWhatWasTypedOut()
+{
+    CIntegerBox box(0, 99);
+    box.setValue(50);
+    box.selectAll();
+    QTest::keyClicks(&box, QStringLiteral("7"));
+    QCOMPARE(box.value(), 7);
+    QSignalSpy modified(&box, &CIntegerSpinBox::valueModified);
+    QTest::keyClick(&box, Qt::Key_Up);
+    QCOMPARE(box.storedValue(), 51);
+    QCOMPARE(box.text(), QStringLiteral("51 "));
+    box.sendFocus(QEvent::FocusOut);
+    QCOMPARE(modified.count(), 1);
 }
 
 void IntegerSpinBoxTest::stepsEndWithTheNumbersThatThereAre()
