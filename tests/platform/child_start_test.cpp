@@ -14,6 +14,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstddef>
+#include <fcntl.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
@@ -47,6 +48,9 @@ private slots:
     void longInputReachesTheChild();
     void inputThatNobodyTakesDoesNoHarm();
     void restOfTheOutputIsRead();
+#ifdef __linux__
+    void largePipeIsEmptiedAtTheEnd();
+#endif
     void childWithoutStandardStreamsWorks();
     void endIsKnownWhereChildrenWereToBeIgnored_data();
     void endIsKnownWhereChildrenWereToBeIgnored();
@@ -328,6 +332,24 @@ void ChildStartTest::restOfTheOutputIsRead()
     QVERIFY(output.endsWith("end"));
     QVERIFY(calls > 1);
 }
+
+#ifdef __linux__
+/// More than is read at a time, all of it there when the end is seen.
+void ChildStartTest::largePipeIsEmptiedAtTheEnd()
+{
+    QByteArray output;
+    CChildProcess process;
+    process.setOutputHandler([&] { output += process.readAllStandardOutput(); });
+    process.start("python3", {"-c", QStringLiteral("import fcntl, os\n"
+                                                   "fcntl.fcntl(1, %1, 1 << 20)\n"
+                                                   "os.write(1, b'x' * 500000)")
+                                        .arg(F_SETPIPE_SZ)});
+    siginfo_t ended = {};
+    QCOMPARE(::waitid(P_PID, id_t(process.processId()), &ended, WEXITED | WNOWAIT), 0);
+    QVERIFY(process.waitForFinished(-1));
+    QCOMPARE(output, QByteArray(500000, 'x'));
+}
+#endif
 
 /// As a daemon or a careless starter leaves a program.
 void ChildStartTest::childWithoutStandardStreamsWorks()
