@@ -6,9 +6,10 @@
 #include "deck/compound_mapping.h"
 #include "deck/guarded_transfer.h"
 
-#include <algorithm>
 #include <functional>
+#include <memory>
 #include <stdexcept>
+#include <utility>
 
 using namespace HDF5DATATYPES;
 
@@ -44,37 +45,28 @@ void requireMembers(const H5::DataSet& dataset, const H5::CompType& type)
     }
 }
 
-/// So many records are read at once that they stay in the processor's cache, and never a part of a
-/// chunk: each would be unpacked again for every part.
-hsize_t recordsAtOnce(const H5::DataSet& dataset, hsize_t count)
-{
-    constexpr hsize_t least = 512;
-    hsize_t chunk = 1;
-    const H5::DSetCreatPropList properties = dataset.getCreatePlist();
-    if (properties.getLayout() == H5D_CHUNKED) {
-        properties.getChunk(1, &chunk);
-    }
-    chunk = std::clamp<hsize_t>(chunk, 1, count);
-    return std::min(count, (least + chunk - 1) / chunk * chunk);
-}
-
-/// Hands each record over, in the order of the file.
+/// All records of a dataset in one piece of memory.
 template <class Record>
-void readRecords(const H5::DataSet& dataset, const H5::CompType& type,
-                 const std::function<void(Record&)>& take)
+struct SRecords
 {
-    const hsize_t count = GuardedTransfer::elementCount(dataset);
-    if (count == 0) {
-        return;
+    std::size_t count;
+    std::unique_ptr<Record[]> first;
+
+    Record* begin() const { return first.get(); }
+    Record* end() const { return first.get() + count; }
+};
+
+/// One transfer for all of them: what can't be read to its end is known before any of it is used.
+template <class Record>
+SRecords<Record> readRecords(const H5::DataSet& dataset, const H5::CompType& type)
+{
+    const std::size_t count = GuardedTransfer::elementCount(dataset);
+    // Not filled beforehand: the read writes every byte of a table that may be large.
+    SRecords<Record> records{count, std::unique_ptr<Record[]>(new Record[count])};
+    if (count > 0) {
+        dataset.read(records.begin(), type, H5::DataSpace::ALL, H5::DataSpace::ALL);
     }
-    std::vector<Record> records(recordsAtOnce(dataset, count));
-    const H5::DataSpace inFile = dataset.getSpace();
-    for (hsize_t begin = 0; begin < count; begin += records.size()) {
-        const hsize_t size = std::min<hsize_t>(records.size(), count - begin);
-        inFile.selectHyperslab(H5S_SELECT_SET, &size, &begin);
-        dataset.read(records.data(), type, H5::DataSpace(1, &size), inFile);
-        std::for_each(records.begin(), records.begin() + size, take);
-    }
+    return records;
 }
 
 bool holdsTwoSeparators(const std::string& key)
@@ -84,19 +76,18 @@ bool holdsTwoSeparators(const std::string& key)
            key.find(DeckKeys::Separator, first + DeckKeys::Separator.size()) != std::string::npos;
 }
 
-/// All records or none. Of records with one key the first counts.
 template <class Record>
 void readMap(const H5::DataSet& dataset, const H5::CompType& type, MapOf<Record>& map)
 {
-    MapOf<Record> read;
-    readRecords<Record>(dataset, type, [&read](Record& record) {
+    const SRecords<Record> records = readRecords<Record>(dataset, type);
+    for (Record& record : records) {
         std::string key = CompoundMapping::keyOf(record);
         if (CompoundMapping::Mapping<Record>::warnsOfSeparator && holdsTwoSeparators(key)) {
             MessageBox::warning(Messages::DeckIncompatible, Messages::MaterialToken);
         }
-        read.emplace_hint(read.end(), std::move(key), CompoundMapping::numbers(record));
-    });
-    map.merge(read);
+        // Cheap where the file's order is that of the keys; the first of equal keys stays.
+        map.emplace_hint(map.end(), std::move(key), CompoundMapping::numbers(record));
+    }
 }
 
 template <class Record>
@@ -117,16 +108,14 @@ template <class Record>
 std::vector<Record> mergedRecords(const H5::DataSet& dataset, const H5::CompType& type,
                                   const MapOf<Record>& map)
 {
-    std::vector<Record> records;
-    records.reserve(GuardedTransfer::elementCount(dataset));
-    readRecords<Record>(dataset, type, [&](Record& record) {
+    const SRecords<Record> records = readRecords<Record>(dataset, type);
+    for (Record& record : records) {
         const auto known = map.find(CompoundMapping::keyOf(record));
         if (known != map.end()) {
             CompoundMapping::numbers(record) = known->second;
         }
-        records.push_back(record);
-    });
-    return records;
+    }
+    return {records.begin(), records.end()};
 }
 
 template <class Record>

@@ -55,7 +55,7 @@ int warningsOn(const DeckDescription& description, CCreatorData* record = nullpt
 
 const hsize_t longTable = 1300;
 
-/// More yields than are read at once; the last one has the key of the first.
+/// Many yields; the last one has the key of the first.
 DeckDescription deckWithALongTable()
 {
     DeckDescription description = plainDeck(14);
@@ -343,7 +343,7 @@ private slots:
         QTest::addColumn<int>("chunk");
         QTest::newRow("in one piece") << 0;
         QTest::newRow("small chunks") << 7;
-        QTest::newRow("chunks that are read one by one") << 600;
+        QTest::newRow("large chunks") << 600;
         QTest::newRow("one chunk, larger than the table") << 2000;
     }
     void longTableIsReadWhole()
