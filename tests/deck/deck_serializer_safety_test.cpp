@@ -8,6 +8,7 @@
 
 #include <QtTest>
 
+#include <array>
 #include <functional>
 
 using DeckTestFiles::newDeck;
@@ -328,6 +329,38 @@ private slots:
         factors["sphere"] = 7.0;
         DeckTestFiles::walk(deck, record, CDeckSerializer::Write);
         QVERIFY(read(deck) == record);
+    }
+
+    void noShapesAreReadFromTablesWithoutElements()
+    {
+        CCreatorData expected = expectedRecord(fullDeck(14), 14);
+        expected.m_externalForces.m_ganserDrag.m_shapeFactors.clear();
+        const DeckPaths deck = spoiltDeck([](H5::H5File& file) {
+            replaceDataSet(file, ganser + "/type", H5::StrType(H5::PredType::C_S1, H5T_VARIABLE),
+                           space({0}));
+        });
+        QVERIFY(read(deck) == expected);
+    }
+
+    void shapeValuesWithoutTypesStayWhereTheirCountIsAnother()
+    {
+        const DeckPaths deck = spoiltDeck([](H5::H5File& file) {
+            file.unlink(ganser + "/type");
+            replaceDataSet(file, ganser + "/value", H5::PredType::NATIVE_DOUBLE, space({5}));
+        });
+        CCreatorData record = expectedRecord(fullDeck(14), 14);
+        QCOMPARE(record.m_externalForces.m_ganserDrag.m_shapeFactors.size(), std::size_t(2));
+        QByteArray printed;
+        {
+            CStreamCapture output(CStreamCapture::Output);
+            DeckTestFiles::walk(deck, record, CDeckSerializer::Write);
+            printed = output.text();
+        }
+        QVERIFY(printed.contains("has another number of elements"));
+        std::array<double, 5> values = {1.0, 1.0, 1.0, 1.0, 1.0};
+        const H5::H5File file(deck.dataFile.string(), H5F_ACC_RDONLY);
+        file.openDataSet(ganser + "/value").read(values.data(), H5::PredType::NATIVE_DOUBLE);
+        QVERIFY(values == (std::array<double, 5>{}));
     }
 
     void spoiltRevisionKeepsTheFormat_data()
