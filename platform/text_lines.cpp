@@ -1,5 +1,7 @@
 #include "platform/text_lines.h"
 
+#include "platform/text_end.h"
+
 #include <fstream>
 
 namespace platform {
@@ -8,6 +10,11 @@ bool readLine(std::istream& stream, std::string& line)
 {
     if (!std::getline(stream, line)) {
         return false;
+    }
+    if (const std::size_t textEnd = platform::textEnd(line); textEnd != std::string::npos) {
+        line.resize(textEnd);
+        stream.setstate(std::ios::eofbit);
+        return !line.empty();
     }
     // At the end of the file no LF was read, so a CR there belongs to the text.
     if (!stream.eof() && !line.empty() && line.back() == '\r') {
@@ -23,6 +30,11 @@ bool takeLine(std::string_view& rest, std::string_view& line)
     }
     const std::size_t end = rest.find('\n');
     line = rest.substr(0, end);
+    if (const std::size_t textEnd = platform::textEnd(line); textEnd != std::string_view::npos) {
+        line = line.substr(0, textEnd);
+        rest = {};
+        return !line.empty();
+    }
     if (end == std::string_view::npos) {
         rest = {};
         return true;

@@ -8,7 +8,7 @@
 namespace platform {
 
 /// As std::getline on a stream in text mode: files from Windows read alike everywhere, so one CR
-/// before the LF is dropped.
+/// before the LF is dropped; what ends a text file on this platform ends the stream.
 bool readLine(std::istream& stream, std::string& line);
 
 /// As `readLine` on a text that is in memory: takes the first line off the front of `rest`.

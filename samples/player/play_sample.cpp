@@ -182,6 +182,8 @@ void play(CMainWindow& window, const SOptions& options)
 
 int main(int argc, char** argv)
 {
+    // The hand that plays knows Qt's own file dialogs.
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     QApplication application(argc, argv);
     startup::keepNumbersNeutral();
     const SOptions options = parsedOptions(application);

@@ -1,6 +1,5 @@
 #include "tests/deck/deck_test_files.h"
 
-#include "platform/interpreter.h"
 #include "tests/support/native.h"
 
 #include <QDir>
@@ -80,15 +79,9 @@ SChildEnd runProbe(const QStringList& arguments)
     return runProgram(QStringLiteral(TARNEL_DECK_PROBE), arguments);
 }
 
-bool hasPython()
-{
-    return !platform::speaksBatch();
-}
-
 SChildEnd runPython(const QString& script, const QStringList& arguments)
 {
-    return runProgram(QStringLiteral("/usr/bin/python3"),
-                      QStringList{QStringLiteral("-c"), script} + arguments);
+    return runProgram(Native::python(), QStringList{QStringLiteral("-c"), script} + arguments);
 }
 
 } // namespace DeckTestFiles

@@ -46,10 +46,6 @@ SChildEnd runProgram(const QString& program, const QStringList& arguments);
 /// Runs the deck probe, see deck_probe.cpp, with its own folder for temporary files.
 SChildEnd runProbe(const QStringList& arguments);
 
-/// Whether this platform's suite has an interpreter with h5py. Where it hasn't, the decks that it
-/// writes are read on the other platform, see exchange_decks.
-bool hasPython();
-
 /// Runs a Python script with the system's interpreter, which has h5py.
 SChildEnd runPython(const QString& script, const QStringList& arguments);
 

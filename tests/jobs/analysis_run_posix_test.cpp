@@ -1,35 +1,25 @@
-#include "tests/jobs/page_fixture.h"
+#include "tests/jobs/analysis_run_rules.h"
 #include "tests/support/processes.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
 #include <QDir>
 #include <QFile>
-#include <QFileInfo>
-#include <QPushButton>
 #include <QTest>
 
 /// Local runs with a Python analysis or a coupling server.
-class AnalysisRunPosixTest : public QObject
+class AnalysisRunPosixTest : public CAnalysisRunRules
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void cleanup();
-
     void startsTheAnalysisOfEachCaseInItsFolder();
     void startsEachInterpreterAtTheRoot();
     void takesPython3WhereThereIsNoPython();
     void keepsCondaOffTheCommandsOfTheInterpreter();
     void doesNotWaitForTheAnalysis();
-    void analysesACancelledCase();
     void endsTheInterpretersWithThePage();
 
-    void refusesToRunWithoutPython();
-    void refusesToRunWithoutConda();
-    void refusesToRunWithoutBothNamingPythonAlone();
-    void looksForNoToolsWithNoConcurrentSimulations();
     void namesAFolderThatCannotBeAskedAndLooksOn();
 
     void startsTheCouplingServerWithTheCase();
@@ -38,11 +28,8 @@ private slots:
     void startsTheCouplingServerAgainWhileAClientIsAwaited();
 
 private:
-    QString toolFolder(CPageFixture& fixture, bool python, bool conda) const;
-    JobDescription pythonJob(CPageFixture& fixture, int cases) const;
-    void setPath(const QString& front) const;
-
-    QByteArray m_path;
+    QString toolFolder(CPageFixture& fixture, bool python, bool conda) const override;
+    void setPath(const QString& front) const override;
 };
 
 namespace {
@@ -65,11 +52,6 @@ const char* const server = "#!/bin/sh\n"
                            "mv \"$folder/server.pid.part\" \"$folder/server.pid\"\n"
                            "sleep 30\n";
 
-QByteArray ofCase(const QString& job, int caseNumber, const char* name)
-{
-    return caseFile(job, "JobFileLocation", caseNumber, name);
-}
-
 JobDescription coupledJob()
 {
     JobDescription description;
@@ -82,16 +64,6 @@ JobDescription coupledJob()
 
 } // namespace
 
-void AnalysisRunPosixTest::initTestCase()
-{
-    m_path = qgetenv("PATH");
-}
-
-void AnalysisRunPosixTest::cleanup()
-{
-    qputenv("PATH", m_path);
-}
-
 QString AnalysisRunPosixTest::toolFolder(CPageFixture& fixture, bool withPython,
                                          bool withConda) const
 {
@@ -103,17 +75,6 @@ QString AnalysisRunPosixTest::toolFolder(CPageFixture& fixture, bool withPython,
         writeFile(folder + QStringLiteral("/conda"), conda, true);
     }
     return folder;
-}
-
-JobDescription AnalysisRunPosixTest::pythonJob(CPageFixture& fixture, int cases) const
-{
-    const QString script = fixture.newFolder() + QStringLiteral("/the script.py");
-    writeFile(script, "# a script");
-    JobDescription description;
-    description.cases = cases;
-    description.pythonDetails =
-        QStringList{script, QStringLiteral("--deck"), QStringLiteral("x y")};
-    return description;
 }
 
 void AnalysisRunPosixTest::setPath(const QString& front) const
@@ -197,19 +158,6 @@ void AnalysisRunPosixTest::doesNotWaitForTheAnalysis()
     QTRY_VERIFY(!isAlive(ofCase(job, 0, "script.pid").trimmed()));
 }
 
-void AnalysisRunPosixTest::analysesACancelledCase()
-{
-    CPageFixture fixture;
-    fixture.behave("started;hang");
-    setPath(toolFolder(fixture, true, true));
-    const QString job = fixture.loadJob(pythonJob(fixture, 1));
-    fixture.when([&] { return !ofCase(job, 0, "started").isEmpty(); },
-                 [&] { fixture.click("m_pbCancelSimulating"); });
-    QVERIFY(fixture.run());
-    QTRY_VERIFY(!ofCase(job, 0, "analysis.txt").isEmpty());
-    QVERIFY(fixture.hasFailed(0));
-}
-
 void AnalysisRunPosixTest::endsTheInterpretersWithThePage()
 {
     CPageFixture fixture;
@@ -223,58 +171,6 @@ void AnalysisRunPosixTest::endsTheInterpretersWithThePage()
     QVERIFY(isAlive(interpreter));
     fixture.destroyPage();
     QVERIFY(!processExists(interpreter));
-}
-
-void AnalysisRunPosixTest::refusesToRunWithoutPython()
-{
-    CPageFixture fixture;
-    const QString job = fixture.loadJob(pythonJob(fixture, 1));
-    qputenv("PATH", toolFolder(fixture, false, true).toLocal8Bit());
-    QVERIFY(fixture.run());
-    QCOMPARE(fixture.modals().texts(),
-             QStringList(QStringLiteral(
-                 "To perform Python analysis, the python executable's directory is required to be "
-                 "on the PATH environment variable")));
-    const SShownMessage& message = fixture.modals().messages().front();
-    QCOMPARE(message.title, QStringLiteral("Warning"));
-    QCOMPARE(message.icon, QMessageBox::Warning);
-    QVERIFY(!message.hasParent);
-    QVERIFY(!QFileInfo::exists(job + QStringLiteral("/JobFileLocation")));
-}
-
-void AnalysisRunPosixTest::refusesToRunWithoutConda()
-{
-    CPageFixture fixture;
-    const QString job = fixture.loadJob(pythonJob(fixture, 1));
-    qputenv("PATH", toolFolder(fixture, true, false).toLocal8Bit());
-    QVERIFY(fixture.run());
-    QCOMPARE(fixture.modals().texts(),
-             QStringList(QStringLiteral(
-                 "To perform Python analysis, the Anaconda 'conda' executable's directory is "
-                 "required to be on the PATH environment variable")));
-    QVERIFY(fixture.isWaiting(0));
-    QVERIFY(fixture.widget<QPushButton>("m_pbStartSimulating")->isVisible());
-    QVERIFY(!QFileInfo::exists(job + QStringLiteral("/JobFileLocation")));
-}
-
-void AnalysisRunPosixTest::refusesToRunWithoutBothNamingPythonAlone()
-{
-    CPageFixture fixture;
-    fixture.loadJob(pythonJob(fixture, 1));
-    qputenv("PATH", "");
-    QVERIFY(fixture.run());
-    QCOMPARE(fixture.modals().texts().size(), 1);
-    QVERIFY(fixture.modals().texts().front().contains(QStringLiteral("the python executable's")));
-}
-
-void AnalysisRunPosixTest::looksForNoToolsWithNoConcurrentSimulations()
-{
-    CPageFixture fixture;
-    fixture.loadJob(pythonJob(fixture, 1));
-    qputenv("PATH", "");
-    QVERIFY(fixture.run(0));
-    QCOMPARE(fixture.modals().texts(), QStringList());
-    QVERIFY(fixture.isWaiting(0));
 }
 
 void AnalysisRunPosixTest::namesAFolderThatCannotBeAskedAndLooksOn()

@@ -16,7 +16,9 @@ namespace {
 
 QString text(const std::string& command)
 {
-    return QString::fromStdString(command).replace("\"" + Native::drive() + "/j", "\"/j");
+    return QString::fromStdString(command)
+        .replace("\"" + Native::drive() + "/j", "\"/j")
+        .replace("'" + Native::drive() + "/j", "'/j");
 }
 
 /// An absolute path; `text` takes the drive away again.

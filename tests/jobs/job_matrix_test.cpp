@@ -25,9 +25,13 @@ const char* const PlainHeading =
     "glass<>steel Restitution,glass<>steel Static Friction,glass<>steel Rolling Friction,"
     "Simulator Options\n";
 
-/// The stream's own rendering, which the matrix has to match.
+/// The stream's own rendering, which the matrix has to match; on Windows this one loses the sign of
+/// what is no number.
 std::string rendered(double value)
 {
+    if (std::isnan(value)) {
+        return std::signbit(value) ? "-nan" : "nan";
+    }
     std::ostringstream stream;
     stream << std::boolalpha << value;
     return stream.str();

@@ -1,6 +1,7 @@
 #include "platform/file_operations.h"
 
 #include "tests/support/job_maker.h"
+#include "tests/support/native.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
@@ -151,7 +152,8 @@ void FileOperationsTest::failuresNameTheOperationAndItsPaths_data()
     add("rename", "rename", 2,
         {[](Path file, Path missing) { platform::renamePath(missing, file); }});
     add("remove_all", "remove_all", 1, {[](Path file, Path) {
-            platform::removeTree(file.parent_path() / std::string(300, 'x'));
+            const CHeldFile held(QString::fromStdString(file.u8string()), CHeldFile::Reader);
+            platform::removeTree(fs::u8path(Native::unremovablePath(file.u8string())));
         }});
 }
 

@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <fstream>
+
 class TextLinesTest : public QObject
 {
     Q_OBJECT
@@ -15,6 +17,8 @@ class TextLinesTest : public QObject
 private slots:
     void oneReturnBeforeALineFeedIsDropped_data();
     void oneReturnBeforeALineFeedIsDropped();
+    void textEndsWhereTextModeEndsIt_data();
+    void textEndsWhereTextModeEndsIt();
     void missingFileHasNoLines();
     void partsKeepEmptyOnes_data();
     void partsKeepEmptyOnes();
@@ -29,6 +33,27 @@ QStringList asList(const std::vector<std::string>& texts)
         list << QString::fromStdString(text);
     }
     return list;
+}
+
+QStringList takenLines(const QByteArray& content)
+{
+    std::vector<std::string> taken;
+    std::string_view rest(content.constData(), static_cast<std::size_t>(content.size()));
+    for (std::string_view line; platform::takeLine(rest, line);) {
+        taken.emplace_back(line);
+    }
+    return asList(taken);
+}
+
+/// What the library's own text mode reads.
+QStringList textModeLines(const QString& path)
+{
+    std::ifstream stream(path.toStdString());
+    std::vector<std::string> lines;
+    for (std::string line; std::getline(stream, line);) {
+        lines.push_back(line);
+    }
+    return asList(lines);
 }
 
 } // namespace
@@ -54,13 +79,27 @@ void TextLinesTest::oneReturnBeforeALineFeedIsDropped()
     const QTemporaryDir folder;
     writeFile(folder.filePath("text"), content);
     QCOMPARE(asList(platform::readLines(folder.filePath("text").toStdString())), lines);
+    QCOMPARE(takenLines(content), lines);
+}
 
-    std::vector<std::string> taken;
-    std::string_view rest(content.constData(), static_cast<std::size_t>(content.size()));
-    for (std::string_view line; platform::takeLine(rest, line);) {
-        taken.emplace_back(line);
-    }
-    QCOMPARE(asList(taken), lines);
+void TextLinesTest::textEndsWhereTextModeEndsIt_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("no Ctrl-Z") << QByteArray("a\nb\n");
+    QTest::newRow("within a line") << QByteArray("a\nb\x1a,c\nd\n");
+    QTest::newRow("a line of its own") << QByteArray("a\n\n\x1a\nb\n");
+    QTest::newRow("at the end") << QByteArray("a\nb\n\x1a");
+    QTest::newRow("alone") << QByteArray("\x1a");
+}
+
+void TextLinesTest::textEndsWhereTextModeEndsIt()
+{
+    QFETCH(QByteArray, content);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath("text");
+    writeFile(path, content);
+    QCOMPARE(asList(platform::readLines(path.toStdString())), textModeLines(path));
+    QCOMPARE(takenLines(content), textModeLines(path));
 }
 
 void TextLinesTest::missingFileHasNoLines()

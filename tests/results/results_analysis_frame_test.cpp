@@ -352,7 +352,8 @@ void CResultsAnalysisFrameTest::anOldCombinedFileDoesNotCutOffTheCases()
     const CCapturedErrors errors;
     QCOMPARE(collated(), expected);
     QCOMPARE(m_watcher->texts(), complete);
-    QVERIFY(errors.text().contains(m_folder + QStringLiteral("/CollatedResults.csv")));
+    QVERIFY(QDir::fromNativeSeparators(errors.text())
+                .contains(m_folder + QStringLiteral("/CollatedResults.csv")));
 }
 
 void CResultsAnalysisFrameTest::aJobMatrixInTheJobFolderEndsTheGathering()

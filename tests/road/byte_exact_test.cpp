@@ -312,9 +312,6 @@ void CByteExactTest::aJobWithPythonAnalysis()
 
 void CByteExactTest::theCasesHoldTheirValues()
 {
-    if (!DeckTestFiles::hasPython()) {
-        QSKIP("no h5py there; its decks are read on the other platform");
-    }
     CWizardJourney journey(Analysis::None);
     journey.go();
     const QString data = journey.caseRoot() + "/Job%1/bed%1_data/0.h5";

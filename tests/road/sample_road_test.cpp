@@ -115,9 +115,6 @@ void CSampleRoadTest::withoutAnalysisTheCombinedFileIsEmpty()
 
 void CSampleRoadTest::aPythonScriptsResultsAreCollated()
 {
-    if (platform::speaksBatch()) {
-        QSKIP("no Python for Windows here");
-    }
     const SPlay played = play(QStringLiteral("python"));
     QVERIFY2(played.exitCode == 0, qPrintable(played.errors));
     const QStringList lines = linesOf(caseRoot() + QStringLiteral("/CollatedResults.csv"));

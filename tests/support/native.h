@@ -5,6 +5,7 @@
 #include <QString>
 
 #include <cstddef>
+#include <string>
 
 /// What the same program looks like from outside on each platform.
 namespace Native {
@@ -20,6 +21,10 @@ QByteArray fromTextMode(QByteArray bytes);
 
 /// As `fromTextMode` where all of the file was written in text mode; else the bytes themselves.
 QByteArray fromTextFile(const QByteArray& bytes);
+
+/// The Python that has h5py. On Windows it is the first on the path; under Wine that is
+/// host_python.
+QString python();
 
 /// The settings of this process as they are stored, as text.
 QByteArray storedSettings();
@@ -42,6 +47,10 @@ QString programSuffix();
 /// A path of which the system can't say whether it exists: a link to itself that is made in
 /// `folder` under `name`, or on Windows a device.
 QString unaskablePath(const QString& folder, const QString& name);
+
+/// A path that can't be removed while somebody reads `heldFile`: that file on Windows, a name that
+/// is too long elsewhere.
+std::string unremovablePath(const std::string& heldFile);
 
 /// Puts a German locale in force, whose numbers have commas. `folder` is empty and stays.
 bool useGermanNumbers(const QString& folder);
@@ -69,6 +78,20 @@ private:
     bool m_bHeld = false;
     void* m_handle = nullptr;
     int m_descriptor = -1;
+};
+
+/// A regular file that other processes find and can't read while this lives.
+class CUnreadableFile
+{
+public:
+    explicit CUnreadableFile(const QString& path);
+    ~CUnreadableFile();
+
+    CUnreadableFile(const CUnreadableFile&) = delete;
+    CUnreadableFile& operator=(const CUnreadableFile&) = delete;
+
+private:
+    void* m_handle = nullptr;
 };
 
 /// While it lives, a walk through the folder that holds `folder` can't open `folder`, not even the

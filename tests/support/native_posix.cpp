@@ -34,6 +34,11 @@ QByteArray Native::fromTextFile(const QByteArray& bytes)
     return bytes;
 }
 
+QString Native::python()
+{
+    return QStringLiteral("/usr/bin/python3");
+}
+
 QByteArray Native::storedSettings()
 {
     QFile file(CAppSettings::instance()->settings().fileName());
@@ -71,6 +76,11 @@ QString Native::unaskablePath(const QString& folder, const QString& name)
     return QFile::link(path, path) ? path : QString();
 }
 
+std::string Native::unremovablePath(const std::string& heldFile)
+{
+    return heldFile.substr(0, heldFile.rfind('/') + 1) + std::string(300, 'x');
+}
+
 bool Native::useGermanNumbers(const QString& folder)
 {
     const QString locale = folder + QStringLiteral("/de_DE.UTF-8");
@@ -98,6 +108,14 @@ CHeldFile::~CHeldFile()
 {
     ::close(m_descriptor);
 }
+
+// A regular file by its attributes, and every read of it at its start fails.
+CUnreadableFile::CUnreadableFile(const QString& path)
+{
+    QFile::link(QStringLiteral("/proc/self/mem"), path);
+}
+
+CUnreadableFile::~CUnreadableFile() = default;
 
 // The walk has the outer folder open, and no number is left for another one.
 CClosedFolder::CClosedFolder(const QString& /*folder*/)

@@ -35,6 +35,11 @@ QByteArray Native::fromTextFile(const QByteArray& bytes)
     return inTextMode(lines) == bytes ? lines : bytes;
 }
 
+QString Native::python()
+{
+    return QStringLiteral("python.exe");
+}
+
 QByteArray Native::storedSettings()
 {
     HKEY key = nullptr;
@@ -89,6 +94,11 @@ QString Native::unaskablePath(const QString& /*folder*/, const QString& /*name*/
     return QStringLiteral("\\\\.\\NUL");
 }
 
+std::string Native::unremovablePath(const std::string& heldFile)
+{
+    return heldFile;
+}
+
 bool Native::useGermanNumbers(const QString& /*folder*/)
 {
     return std::setlocale(LC_ALL, "German") != nullptr;
@@ -109,6 +119,18 @@ CHeldFile::CHeldFile(const QString& path, Holder holder)
 }
 
 CHeldFile::~CHeldFile()
+{
+    ::CloseHandle(m_handle);
+}
+
+// Shared with nobody.
+CUnreadableFile::CUnreadableFile(const QString& path)
+    : m_handle(::CreateFileW(wide(path), GENERIC_WRITE, 0, nullptr, CREATE_NEW,
+                             FILE_ATTRIBUTE_NORMAL, nullptr))
+{
+}
+
+CUnreadableFile::~CUnreadableFile()
 {
     ::CloseHandle(m_handle);
 }
