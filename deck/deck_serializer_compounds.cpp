@@ -115,7 +115,7 @@ std::vector<Record> mergedRecords(const H5::DataSet& dataset, const H5::CompType
             CompoundMapping::numbers(record) = known->second;
         }
     }
-    return {records.begin(), records.end()};
+    return std::vector<Record>(records.begin(), records.end());
 }
 
 template <class Record>
