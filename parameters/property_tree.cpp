@@ -95,6 +95,7 @@ void CPropertyTree::addHystereticSpring(const CModelSet& set, QTreeWidgetItem* p
     addMap(set.m_hystereticInteractions, Catalogue::Interactions, Catalogue::HystereticParameters,
            group);
     addMap(set.m_hystereticYields, Catalogue::Yields, {Catalogue::YieldStrength}, group);
+    // The parent owns the group. NOLINTNEXTLINE(clang-analyzer-cplusplus.NewDeleteLeaks)
 }
 
 void CPropertyTree::addParticleToParticle(const CSurfaceSurfaceModels& models,
