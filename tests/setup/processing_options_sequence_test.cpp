@@ -1,5 +1,6 @@
 #include "setup/simulator_options.h"
 #include "tests/setup/options_page.h"
+#include "tests/setup/simulator_flags.h"
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
@@ -182,28 +183,8 @@ private:
     void rebuild()
     {
         options = " -c ";
-        for (const char* flag : {" -r ",
-                                 " -w ",
-                                 " -g ",
-                                 " -t ",
-                                 " -p ",
-                                 " -E ",
-                                 " -D ",
-                                 " -R ",
-                                 " --particle-properties ",
-                                 " -n ",
-                                 " --dyn ",
-                                 " --dyn-interval ",
-                                 " --dyn-check ",
-                                 " --dyn-disp ",
-                                 " --gpu-split ",
-                                 " --simExport ",
-                                 " --cs ",
-                                 " --auto-grid ",
-                                 " --wait ",
-                                 " --compress-data ",
-                                 " --sp ",
-                                 " --acd "}) {
+        for (const std::string& each : FLAGS_IN_ORDER) {
+            const QString flag = QString::fromStdString(each);
             if (m_table.value(flag, Disabled) != Disabled) {
                 options += flag + m_table[flag];
             }
