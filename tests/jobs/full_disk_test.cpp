@@ -10,8 +10,10 @@
 #include "tests/support/test_environment.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QtTest>
 
+#include <functional>
 #include <map>
 
 namespace fs = std::filesystem;
@@ -58,6 +60,12 @@ void enlarge(const std::string& file)
     fs::resize_file(file, fs::file_size(file) + 2 * diskSize);
 }
 
+/// What a step raises, its paths with "/" whatever separators it has used.
+QString errorOf(const std::function<void()>& step)
+{
+    return QDir::fromNativeSeparators(QString::fromStdString(filesystemErrorOf(step)));
+}
+
 using Fingerprints = std::map<std::string, std::pair<std::string, fs::file_time_type>>;
 
 Fingerprints fingerprints(const std::string& folder)
@@ -93,7 +101,6 @@ private slots:
 
     void jobInAFolderWithoutPermissionIsNotBegun();
     void casesInAJobWithoutPermissionAreNotBegun();
-    void folderInPlaceOfTheDeckFailsToCopy();
 
 private:
     void useScript();
@@ -110,6 +117,9 @@ private:
 
 void FullDiskTest::init()
 {
+    if (!FaultyPlaces::canBeMade()) {
+        QSKIP("nothing may be mounted here");
+    }
     m_fixture = std::make_unique<CJobFixture>();
     m_fixture->folder("more");
     m_fixture->folder("save");
@@ -137,13 +147,12 @@ void FullDiskTest::useScript()
 QString FullDiskTest::generationError() const
 {
     CJobMatrix matrix;
-    return QString::fromStdString(
-        filesystemErrorOf([&] { generateJobFolder(matrix, m_fixture->path("save")); }));
+    return errorOf([&] { generateJobFolder(matrix, m_fixture->path("save")); });
 }
 
 QString FullDiskTest::preparationError(const std::string& stem)
 {
-    return QString::fromStdString(filesystemErrorOf([&] { prepareCases(stem, true, m_root); }));
+    return errorOf([&] { prepareCases(stem, true, m_root); });
 }
 
 void FullDiskTest::generateAndLoad()
@@ -310,18 +319,6 @@ void FullDiskTest::casesInAJobWithoutPermissionAreNotBegun()
     }
     QVERIFY(fingerprints(job) == before);
     QCOMPARE(preparationError(job + "/JobFileLocation"), QString());
-}
-
-/// Root may read any file, yet no folder as one.
-void FullDiskTest::folderInPlaceOfTheDeckFailsToCopy()
-{
-    const std::string deck = m_fixture->path("decks/bed.zek");
-    fs::remove(deck);
-    fs::create_directory(deck);
-    const QString error = generationError();
-    QVERIFY2(error.contains("copy_file") && error.contains(QString::fromStdString(deck)),
-             qPrintable(error));
-    QVERIFY(fs::is_directory(deck));
 }
 
 int main(int argc, char** argv)

@@ -54,6 +54,7 @@ private slots:
     void withoutOptionsTheFolderHoldsAnEmptyMatrix();
     void withoutDeckTheFolderHoldsAHeadingOnly();
     void unsetDeckPathFailsToCopyAfterTheMatrix();
+    void folderInPlaceOfTheDeckFailsToCopy();
     void additionalFilesAreCopiedAndListed();
     void missingAdditionalFilesAreSkipped();
     void twoAdditionalFilesOfOneNameFailAfterTheFirstLine();
@@ -175,6 +176,16 @@ void JobSpecificationTest::unsetDeckPathFailsToCopyAfterTheMatrix()
     QVERIFY(generationError(m_save).contains("copy_file"));
     QCOMPARE(namesIn(m_save + "/JobSpec"), Names({"input_jobID-Matrix.csv"}));
     QVERIFY(contentOf(m_save + "/JobSpec/input_jobID-Matrix.csv").size() > 50);
+}
+
+/// Root may read any file, yet no folder as one.
+void JobSpecificationTest::folderInPlaceOfTheDeckFailsToCopy()
+{
+    fs::remove(m_deck.deck);
+    fs::create_directory(m_deck.deck);
+    const QString error = generationError(m_save);
+    QVERIFY2(error.contains("copy_file") && error.contains("bed.zek"), qPrintable(error));
+    QVERIFY(fs::is_directory(m_deck.deck));
 }
 
 void JobSpecificationTest::additionalFilesAreCopiedAndListed()

@@ -1,10 +1,12 @@
 #include "deck/creator_data.h"
 #include "deck/deck_loading.h"
 #include "deck/deck_serializer.h"
+#include "platform/interpreter.h"
 #include "samples/deck_maker.h"
 #include "tests/road/window_road.h"
 #include "tests/support/faulty_places.h"
 #include "tests/support/job_maker.h"
+#include "tests/support/native.h"
 #include "tests/support/processes.h"
 #include "tests/support/test_environment.h"
 
@@ -17,7 +19,6 @@
 #include <QThread>
 #include <QtTest>
 
-#include <csignal>
 #include <filesystem>
 #include <functional>
 #include <map>
@@ -122,7 +123,8 @@ QString KilledWizardTest::dataFile(int number, const char* suffix) const
 void KilledWizardTest::begin(const QStringList& more)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(QStringLiteral("TMPDIR"), m_root->filePath(QStringLiteral("temporary")));
+    environment.insert(Native::temporaryFolderVariable(),
+                       m_root->filePath(QStringLiteral("temporary")));
     m_wizard = std::make_unique<QProcess>();
     m_wizard->setProcessEnvironment(environment);
     m_wizard->start(QStringLiteral(TARNEL_RUN_PROBE),
@@ -154,16 +156,7 @@ void KilledWizardTest::killWhen(const std::function<bool()>& moment)
 /// A wizard that dies while it starts a simulator leaves a copy of itself, which has to go as well.
 bool KilledWizardTest::anyWizardLives() const
 {
-    for (const QString& name : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
-        QFile file(QStringLiteral("/proc/%1/cmdline").arg(name));
-        if (file.open(QIODevice::ReadOnly)) {
-            const QByteArray command = file.readAll();
-            if (command.startsWith(TARNEL_RUN_PROBE) && command.contains(m_deck.toUtf8())) {
-                return true;
-            }
-        }
-    }
-    return false;
+    return hasCopies(QStringLiteral(TARNEL_RUN_PROBE), m_deck);
 }
 
 /// Simulators that ran when the wizard died go on to their end.
@@ -238,14 +231,13 @@ void KilledWizardTest::diskThatIsFullEndsTheProgramAndTheDeckStays()
 {
     const QString save = m_root->filePath(QStringLiteral("save"));
     if (!FaultyPlaces::mayMount()) {
-        QSKIP("RLIMIT_FSIZE would keep the program from its other files, too");
+        QSKIP("nothing may be mounted, and a limit would keep the program from its other files");
     }
     const CSmallDisk disk(save.toStdString(), 16384);
     const Fingerprints deck = fingerprints(fs::path(m_deck.toStdString()).parent_path());
     begin();
     QVERIFY(m_wizard->waitForFinished(patienceMs));
-    QCOMPARE(m_wizard->exitStatus(), QProcess::CrashExit);
-    QCOMPARE(m_wizard->exitCode(), SIGABRT);
+    QVERIFY(Native::isAbort(m_wizard->exitStatus(), m_wizard->exitCode()));
     const QByteArray error = m_wizard->readAllStandardError();
     QVERIFY2(error.contains("what():") && error.contains("copy"), error.constData());
     QVERIFY(fingerprints(fs::path(m_deck.toStdString()).parent_path()) == deck);
@@ -254,6 +246,9 @@ void KilledWizardTest::diskThatIsFullEndsTheProgramAndTheDeckStays()
 
 void KilledWizardTest::caseRootThatIsRemovedEndsTheReductionByName()
 {
+    if (platform::speaksBatch()) {
+        QSKIP("a folder in which a program runs can't be removed there");
+    }
     const QString gate = m_root->filePath(QStringLiteral("gate"));
     qputenv("TARNEL_FAKE", "started;wait for:" + gate.toUtf8());
     begin({QStringLiteral("reduce")});
@@ -261,7 +256,7 @@ void KilledWizardTest::caseRootThatIsRemovedEndsTheReductionByName()
     QVERIFY(QDir(inRoot(QString())).removeRecursively());
     writeFile(gate, "");
     QVERIFY(m_wizard->waitForFinished(patienceMs));
-    QCOMPARE(m_wizard->exitCode(), SIGABRT);
+    QVERIFY(Native::isAbort(m_wizard->exitStatus(), m_wizard->exitCode()));
     const QByteArray error = m_wizard->readAllStandardError();
     QVERIFY2(error.contains("what():") && error.contains("rename"), error.constData());
     QVERIFY(QFileInfo::exists(job() + QStringLiteral("/bed_data/0.h5")));

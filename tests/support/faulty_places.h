@@ -4,7 +4,8 @@
 #include <string>
 
 /// Folders in which the system refuses work. Where this process may mount, they are file systems of
-/// their own, which vanish with it; elsewhere limits and rights of the process stand in.
+/// their own, which vanish with it; elsewhere limits and rights of the process stand in. Under Wine
+/// the system below mounts them, where scripts/windows/test has given the run mounts of its own.
 namespace FaultyPlaces {
 
 /// Finds out what is allowed. Comes first in main: threads that run already see no mounts.
@@ -15,6 +16,9 @@ void prepare();
 const char* kind();
 
 bool mayMount();
+
+/// Whether there are any. Without, a test has nothing to work with and is skipped.
+bool canBeMade();
 
 } // namespace FaultyPlaces
 
@@ -31,7 +35,7 @@ public:
 
 private:
     std::string m_folder;
-    unsigned long m_oldLimit = 0;
+    unsigned long m_oldLimit = 0; ///< of the stand-in
 };
 
 /// While it lives, nothing below the folder can be written, not even by root.
@@ -45,7 +49,5 @@ public:
     CReadOnlyPlace& operator=(const CReadOnlyPlace&) = delete;
 
 private:
-    void changeRights(unsigned int rights) const;
-
     std::string m_folder;
 };

@@ -35,6 +35,11 @@ QList<QByteArray> zombies()
     return {};
 }
 
+bool hasCopies(const QString& /*program*/, const QString& /*argument*/)
+{
+    return false;
+}
+
 void endProcess(const QByteArray& processId)
 {
     const HANDLE process = opened(processId, PROCESS_TERMINATE);

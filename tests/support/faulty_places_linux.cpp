@@ -75,6 +75,14 @@ void obeyRights(bool obey)
     require(::syscall(SYS_capset, &header, data) == 0, "capset");
 }
 
+void changeRights(const std::string& folder, unsigned int rights)
+{
+    ::chmod(folder.c_str(), rights);
+    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(folder)) {
+        ::chmod(entry.path().c_str(), entry.is_directory() ? rights : rights & 0666U);
+    }
+}
+
 } // namespace
 
 void FaultyPlaces::prepare()
@@ -90,6 +98,11 @@ const char* FaultyPlaces::kind()
 bool FaultyPlaces::mayMount()
 {
     return s_mayMount;
+}
+
+bool FaultyPlaces::canBeMade()
+{
+    return true;
 }
 
 CSmallDisk::CSmallDisk(std::string folder, std::size_t bytes)
@@ -130,7 +143,7 @@ CReadOnlyPlace::CReadOnlyPlace(std::string folder)
         require(::mount(nullptr, path, nullptr, again, nullptr) == 0, "remount");
         return;
     }
-    changeRights(0555);
+    changeRights(m_folder, 0555);
     obeyRights(true);
 }
 
@@ -141,13 +154,5 @@ CReadOnlyPlace::~CReadOnlyPlace()
         return;
     }
     obeyRights(false);
-    changeRights(0755);
-}
-
-void CReadOnlyPlace::changeRights(unsigned int rights) const
-{
-    ::chmod(m_folder.c_str(), rights);
-    for (const fs::directory_entry& entry : fs::recursive_directory_iterator(m_folder)) {
-        ::chmod(entry.path().c_str(), entry.is_directory() ? rights : rights & 0666U);
-    }
+    changeRights(m_folder, 0755);
 }
