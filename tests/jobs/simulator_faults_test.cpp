@@ -34,6 +34,7 @@ private slots:
     void severalChildrenThatOutliveTheirCasesHoldNothingUp();
     void cancelEndsAllProcessesWithinASecondAndLeavesNoZombie();
     void caseRootThatIsRemovedFailsTheCasesBehind();
+    void foldersOfWaitingCasesThatAreRemovedFailThoseCases();
     void jobThatIsRemovedRefusesTheNextRun();
     void dataFolderThatIsRemovedNamesTheRename();
 
@@ -273,6 +274,37 @@ void SimulatorFaultsTest::caseRootThatIsRemovedFailsTheCasesBehind()
 
     QVERIFY(fixture.run());
     QVERIFY(fixture.hasSucceeded(0) && fixture.hasSucceeded(1) && fixture.hasSucceeded(2));
+}
+
+void SimulatorFaultsTest::foldersOfWaitingCasesThatAreRemovedFailThoseCases()
+{
+    CPageFixture fixture;
+    const QString gate = fixture.newFolder() + QStringLiteral("/gate");
+    fixture.behave("print:here;started;wait for:" + gate.toUtf8());
+    const QString job = fixture.loadJob(3);
+    fixture.when([&] { return hasStarted(job, 0); },
+                 [&] {
+                     for (const char* folder : {"/Job1", "/Job2"}) {
+                         QVERIFY(QDir(caseRoot(job) + QLatin1String(folder)).removeRecursively());
+                     }
+                     writeFile(gate, "");
+                 });
+    QVERIFY(fixture.run());
+    QVERIFY(fixture.hasSucceeded(0));
+    QVERIFY(fixture.hasFailed(1) && fixture.hasFailed(2));
+    QCOMPARE(fixture.output(1), QByteArray("here\n"));
+    QCOMPARE(fixture.progress(), 3);
+    QCOMPARE(QDir(caseRoot(job)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             QStringList("Job0"));
+
+    QVERIFY(fixture.run());
+    QVERIFY(fixture.hasSucceeded(0) && fixture.hasSucceeded(1) && fixture.hasSucceeded(2));
+    // What is left of the first run stays as it is.
+    QCOMPARE(QDir(caseRoot(job)).entryList(QDir::AllEntries | QDir::NoDotAndDotDot),
+             QStringList("Job0"));
+    for (int number = 0; number < 3; ++number) {
+        QCOMPARE(caseFile(job, "JobFileLocation0", number, "started"), QByteArray("yes"));
+    }
 }
 
 void SimulatorFaultsTest::jobThatIsRemovedRefusesTheNextRun()
