@@ -1,10 +1,10 @@
 #include "tests/deck/deck_test_files.h"
 #include "tests/deck/expected_record.h"
+#include "tests/deck/interposed_transfers.h"
 #include "tests/support/test_environment.h"
 
 #include <QtTest>
 
-#include <dlfcn.h>
 #include <map>
 #include <set>
 #include <string>
@@ -27,12 +27,6 @@ std::string pathOf(hid_t dataset)
 void note(Transfers& transfers, hid_t dataset, hid_t inMemory, hid_t inFile)
 {
     transfers[pathOf(dataset)].push_back(inMemory == H5S_ALL && inFile == H5S_ALL);
-}
-
-template <class Function>
-Function* theirs(const char* name)
-{
-    return reinterpret_cast<Function*>(::dlsym(RTLD_NEXT, name));
 }
 
 /// The compound datasets of the deck.
@@ -67,27 +61,20 @@ QString movedInParts(const Transfers& transfers, const DeckPaths& deck)
 
 } // namespace
 
-// They stand before the library's own, which they call.
-extern "C" herr_t H5Dread(hid_t dataset, hid_t type, hid_t inMemory, hid_t inFile, hid_t list,
-                          void* buffer)
-{
-    note(s_reads, dataset, inMemory, inFile);
-    return theirs<decltype(H5Dread)>("H5Dread")(dataset, type, inMemory, inFile, list, buffer);
-}
-
-extern "C" herr_t H5Dwrite(hid_t dataset, hid_t type, hid_t inMemory, hid_t inFile, hid_t list,
-                           const void* buffer)
-{
-    note(s_writes, dataset, inMemory, inFile);
-    return theirs<decltype(H5Dwrite)>("H5Dwrite")(dataset, type, inMemory, inFile, list, buffer);
-}
-
 /// What the library is asked for when a deck is read and written.
 class TestOneTransfer : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void initTestCase()
+    {
+        InterposedTransfers::listen([](hid_t dataset, hid_t inMemory,
+                                       hid_t inFile) { note(s_reads, dataset, inMemory, inFile); },
+                                    [](hid_t dataset, hid_t inMemory, hid_t inFile) {
+                                        note(s_writes, dataset, inMemory, inFile);
+                                    });
+    }
     void init()
     {
         CTestEnvironment::reset();
