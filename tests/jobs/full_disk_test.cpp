@@ -321,13 +321,5 @@ void FullDiskTest::casesInAJobWithoutPermissionAreNotBegun()
     QCOMPARE(preparationError(job + "/JobFileLocation"), QString());
 }
 
-int main(int argc, char** argv)
-{
-    FaultyPlaces::prepare();
-    QApplication application(argc, argv);
-    CTestEnvironment environment;
-    FullDiskTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+TARNEL_FAULTY_PLACES_TEST_MAIN(FullDiskTest)
 #include "full_disk_test.moc"

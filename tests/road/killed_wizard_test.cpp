@@ -262,13 +262,5 @@ void KilledWizardTest::caseRootThatIsRemovedEndsTheReductionByName()
     QVERIFY(QFileInfo::exists(job() + QStringLiteral("/bed_data/0.h5")));
 }
 
-int main(int argc, char** argv)
-{
-    FaultyPlaces::prepare();
-    QApplication application(argc, argv);
-    CTestEnvironment environment;
-    KilledWizardTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+TARNEL_FAULTY_PLACES_TEST_MAIN(KilledWizardTest)
 #include "killed_wizard_test.moc"

@@ -76,13 +76,5 @@ void ReadOnlyPlacesTest::saveLocationOnAReadOnlyFileSystemIsRefused()
     QVERIFY(filesBelow(place.save).isEmpty());
 }
 
-int main(int argc, char** argv)
-{
-    FaultyPlaces::prepare();
-    QApplication application(argc, argv);
-    CTestEnvironment environment;
-    ReadOnlyPlacesTest test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+TARNEL_FAULTY_PLACES_TEST_MAIN(ReadOnlyPlacesTest)
 #include "read_only_places_test.moc"

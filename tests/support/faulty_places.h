@@ -51,3 +51,14 @@ public:
 private:
     std::string m_folder;
 };
+
+/// As TARNEL_TEST_MAIN, for tests with such places.
+#define TARNEL_FAULTY_PLACES_TEST_MAIN(TestClass)                                                  \
+    int main(int argc, char** argv)                                                                \
+    {                                                                                              \
+        FaultyPlaces::prepare();                                                                   \
+        QApplication application(argc, argv);                                                      \
+        CTestEnvironment environment;                                                              \
+        TestClass test;                                                                            \
+        return QTest::qExec(&test, argc, argv);                                                    \
+    }
