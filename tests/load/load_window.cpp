@@ -7,12 +7,14 @@
 #include "jobs/simulation_list_item.h"
 #include "parameters/parameter_entry.h"
 #include "samples/deck_maker.h"
+#include "tests/support/native.h"
 #include "tests/support/test_environment.h"
 
 #include <QDir>
 #include <QFile>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QTest>
 
 #include <cstdio>
 
@@ -131,7 +133,10 @@ void CLoadWindow::load(const QString& job)
 
 void CLoadWindow::run(int concurrency)
 {
-    QDir(caseRoot()).removeRecursively();
+    // Windows may hold the folder of a simulator that has ended a moment longer.
+    if (!QTest::qWaitFor([this] { return QDir(caseRoot()).removeRecursively(); })) {
+        qFatal("%s can't be removed", qPrintable(caseRoot()));
+    }
     m_hand.type(QStringLiteral("m_sbConcurrentSimulations"), QString::number(concurrency));
     m_hand.click(QStringLiteral("m_pbStartSimulating"));
     // As the program's event loop does behind the slot: what Qt put off to be deleted goes.
@@ -151,14 +156,11 @@ CSimulationListItem* CLoadWindow::row(int number) const
 bool CLoadWindow::isRight(int number, int runs) const
 {
     const CSimulationListItem* const item = row(number);
-    const std::string line = "Job" + std::to_string(number) + "\n";
-    std::string output;
-    for (int run = 0; run < runs; ++run) {
-        output += line;
-    }
+    const QByteArray output = "Job" + QByteArray::number(number) + '\n';
     return item->id() == number && item->text() == QStringLiteral("deck%1").arg(number) &&
            item->icon().cacheKey() == Icons::PostSimSuccess.cacheKey() &&
-           item->output()->bytes() == output;
+           Native::fromTextMode(QByteArray::fromStdString(item->output()->bytes())) ==
+               output.repeated(runs);
 }
 
 int CLoadWindow::firstWrongRow(int runs) const

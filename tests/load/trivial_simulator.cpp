@@ -27,6 +27,6 @@ int main(int argc, char** argv)
     if (exports) {
         std::ofstream(folder / "results.csv") << "EXTRACTED DATA\nTIME:,0\nTIME,Query 1\n0,1\n";
     }
-    std::printf("%s\n", folder.filename().c_str());
+    std::printf("%s\n", folder.filename().string().c_str());
     return 0;
 }

@@ -55,6 +55,11 @@ long peakKiB()
     return 0;
 }
 
+bool forgetsPeak()
+{
+    return true;
+}
+
 void forgetPeak()
 {
     malloc_trim(0);
@@ -70,6 +75,11 @@ double processorSeconds()
         seconds += secondsOf(usage.ru_utime) + secondsOf(usage.ru_stime);
     }
     return seconds;
+}
+
+bool answersInTime()
+{
+    return tellsMemory();
 }
 
 } // namespace Footprint
