@@ -37,8 +37,9 @@ constexpr bool tellsMemory()
 }
 
 /// Whether a limit on the time to a click's answer says something about the program: not under the
-/// sanitizers, which make all of it several times slower, nor under Wine, where each start of a
-/// program is the work of several processes that take the processor from the window.
+/// sanitizers, which make all of it several times slower, nor under Wine, where sixteen programs
+/// that start at a time keep the processor from the window for most of the limit, or for a second
+/// beside programs that have precedence.
 bool answersInTime();
 
 } // namespace Footprint
