@@ -167,6 +167,11 @@ int CLoadWindow::firstWrongRow(int runs) const
 {
     for (int number = 0; number < rows().count(); ++number) {
         if (!isRight(number, runs)) {
+            const CSimulationListItem& item = *row(number);
+            qWarning("row %d: case %d, \"%s\", went well: %d, output \"%s\"", number, item.id(),
+                     qPrintable(item.text()),
+                     int(item.icon().cacheKey() == Icons::PostSimSuccess.cacheKey()),
+                     item.output()->bytes().c_str());
             return number;
         }
     }
