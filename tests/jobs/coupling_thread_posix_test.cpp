@@ -7,6 +7,8 @@
 #include <QApplication>
 #include <QTest>
 
+#include <memory>
+
 class CouplingThreadPosixTest : public CCouplingThreadRules
 {
     Q_OBJECT
@@ -33,19 +35,19 @@ std::string CouplingThreadPosixTest::command(const QByteArray& script) const
 
 void CouplingThreadPosixTest::startsTheServerAtOnce()
 {
-    CCouplingThread thread(command("sleep 30\n"), m_lastOutput);
-    thread.start();
+    const auto thread = std::make_unique<CCouplingThread>(command("sleep 30\n"), m_lastOutput);
+    thread->start();
     QTRY_VERIFY(isAlive(log().trimmed()));
-    QVERIFY(thread.isRunning());
+    QVERIFY(thread->isRunning());
 }
 
 void CouplingThreadPosixTest::stopEndsTheServerAndTheThread()
 {
-    CCouplingThread thread(command("sleep 30\n"), m_lastOutput);
-    thread.start();
+    const auto thread = std::make_unique<CCouplingThread>(command("sleep 30\n"), m_lastOutput);
+    thread->start();
     QTRY_VERIFY(isAlive(log().trimmed()));
-    thread.stop();
-    QVERIFY(thread.wait(1000));
+    thread->stop();
+    QVERIFY(thread->wait(1000));
     QTRY_VERIFY(!isAlive(log().trimmed()));
 }
 
@@ -53,13 +55,13 @@ void CouplingThreadPosixTest::endsAServerThatDoesNotListen()
 {
     QByteArray server;
     {
-        CCouplingThread thread(
+        const auto thread = std::make_unique<CCouplingThread>(
             command("trap '' TERM\necho deaf >> log\nwhile :; do sleep 1; done\n"), m_lastOutput);
-        thread.start();
+        thread->start();
         QTRY_VERIFY(log().endsWith("deaf\n"));
         server = log().split('\n').first();
-        thread.stop();
-        QVERIFY(!thread.wait(100));
+        thread->stop();
+        QVERIFY(!thread->wait(100));
     }
     QTRY_VERIFY(!isAlive(server));
 }

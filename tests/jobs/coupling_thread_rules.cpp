@@ -6,6 +6,8 @@
 #include <QElapsedTimer>
 #include <QTest>
 
+#include <memory>
+
 using std::chrono::milliseconds;
 
 void CCouplingThreadRules::init()
@@ -26,19 +28,21 @@ QByteArray CCouplingThreadRules::log() const
 
 void CCouplingThreadRules::startsTheServerWhateverWasPrintedUntilItRuns()
 {
-    CCouplingThread thread(command(), m_lastOutput, milliseconds(10));
+    const auto thread =
+        std::make_unique<CCouplingThread>(command(), m_lastOutput, milliseconds(10));
     m_lastOutput->assign("Simulating\r\n");
-    thread.start();
-    QVERIFY(thread.wait(5000));
+    thread->start();
+    QVERIFY(thread->wait(5000));
     QCOMPARE(starts(), 1);
 }
 
 void CCouplingThreadRules::leavesTheServerOutWhereNoClientIsAwaitedAtFirst()
 {
     m_lastOutput->assign("Simulating\r\n");
-    CCouplingThread thread(command(), m_lastOutput, milliseconds(10));
-    thread.start();
-    QVERIFY(thread.wait(5000));
+    const auto thread =
+        std::make_unique<CCouplingThread>(command(), m_lastOutput, milliseconds(10));
+    thread->start();
+    QVERIFY(thread->wait(5000));
     QCOMPARE(starts(), 0);
 }
 
@@ -54,36 +58,37 @@ void CCouplingThreadRules::endsAtItsNextLookWhenTheSimulatorPrintsAnythingElse_d
 void CCouplingThreadRules::endsAtItsNextLookWhenTheSimulatorPrintsAnythingElse()
 {
     QFETCH(QByteArray, output);
-    CCouplingThread thread(command(), m_lastOutput, longestStart());
-    thread.start();
+    const auto thread = std::make_unique<CCouplingThread>(command(), m_lastOutput, longestStart());
+    thread->start();
     QTRY_COMPARE(starts(), 1);
     m_lastOutput->assign(output.toStdString());
-    QTRY_VERIFY(thread.isFinished());
+    QTRY_VERIFY(thread->isFinished());
     QCOMPARE(starts(), 1);
 }
 
 void CCouplingThreadRules::startsTheServerAgainWhileAClientIsAwaited()
 {
-    CCouplingThread thread(command(), m_lastOutput, milliseconds(10));
-    thread.start();
+    const auto thread =
+        std::make_unique<CCouplingThread>(command(), m_lastOutput, milliseconds(10));
+    thread->start();
     QTRY_VERIFY(starts() >= 3);
 }
 
 void CCouplingThreadRules::looksAgainAfterFiveSeconds()
 {
-    CCouplingThread thread(command(), m_lastOutput);
+    const auto thread = std::make_unique<CCouplingThread>(command(), m_lastOutput);
     QElapsedTimer clock;
     clock.start();
-    thread.start();
+    thread->start();
     QTRY_COMPARE_WITH_TIMEOUT(starts(), 2, 9000);
     QVERIFY(clock.elapsed() >= 5000);
 }
 
 void CCouplingThreadRules::stopBeforeTheStartLeavesTheServerOut()
 {
-    CCouplingThread thread(command(), m_lastOutput);
-    thread.stop();
-    thread.start();
-    QVERIFY(thread.wait(1000));
+    const auto thread = std::make_unique<CCouplingThread>(command(), m_lastOutput);
+    thread->stop();
+    thread->start();
+    QVERIFY(thread->wait(1000));
     QCOMPARE(starts(), 0);
 }

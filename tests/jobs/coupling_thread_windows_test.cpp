@@ -7,6 +7,8 @@
 #include <QFileInfo>
 #include <QTest>
 
+#include <memory>
+
 /// The server in a command interpreter that stays open behind it. Without a console, as here, the
 /// interpreter ends with its input.
 class CouplingThreadWindowsTest : public CCouplingThreadRules
@@ -34,13 +36,14 @@ std::string CouplingThreadWindowsTest::command(const QByteArray& script) const
 void CouplingThreadWindowsTest::stopLeavesTheInterpreterToTheUser()
 {
     // Waits until it finds the gate.
-    CCouplingThread thread(command(":again\r\n@if exist \"%~dp0gate\" goto end\r\n"
-                                   "@goto again\r\n:end\r\n@echo ended>\"%~dp0ended\"\r\n"),
-                           m_lastOutput);
-    thread.start();
+    const auto thread = std::make_unique<CCouplingThread>(
+        command(":again\r\n@if exist \"%~dp0gate\" goto end\r\n"
+                "@goto again\r\n:end\r\n@echo ended>\"%~dp0ended\"\r\n"),
+        m_lastOutput);
+    thread->start();
     QTRY_COMPARE(starts(), 1);
-    thread.stop();
-    QVERIFY(thread.wait(1000));
+    thread->stop();
+    QVERIFY(thread->wait(1000));
     QVERIFY(!QFileInfo::exists(path("ended")));
     writeFile(path("gate"), "");
     QTRY_VERIFY(QFileInfo::exists(path("ended")));

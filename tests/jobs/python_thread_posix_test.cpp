@@ -8,6 +8,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <memory>
+
 class PythonThreadPosixTest : public QObject
 {
     Q_OBJECT
@@ -37,18 +39,18 @@ QByteArray result(const QTemporaryDir& folder)
 void PythonThreadPosixTest::startsInItsWorkingDirectory()
 {
     const QTemporaryDir folder;
-    CPythonThread thread("/", intoFile(folder, "pwd"));
-    thread.start();
+    const auto thread = std::make_unique<CPythonThread>("/", intoFile(folder, "pwd"));
+    thread->start();
     QTRY_COMPARE(result(folder), QByteArray("/\n"));
 }
 
 void PythonThreadPosixTest::goesOnAfterTheCommandHasEnded()
 {
     const QTemporaryDir folder;
-    CPythonThread thread("/", intoFile(folder, "echo $$"));
-    thread.start();
+    const auto thread = std::make_unique<CPythonThread>("/", intoFile(folder, "echo $$"));
+    thread->start();
     QTRY_VERIFY(!result(folder).isEmpty());
-    QVERIFY(!thread.wait(50));
+    QVERIFY(!thread->wait(50));
     QVERIFY(isAlive(result(folder).trimmed()));
 }
 
@@ -56,8 +58,9 @@ void PythonThreadPosixTest::endsWhatTheCommandHasStarted()
 {
     const QTemporaryDir folder;
     {
-        CPythonThread thread("/", intoFile(folder, "sh -c 'echo $$; exec sleep 30'"));
-        thread.start();
+        const auto thread = std::make_unique<CPythonThread>(
+            "/", intoFile(folder, "sh -c 'echo $$; exec sleep 30'"));
+        thread->start();
         QTRY_VERIFY(isAlive(result(folder).trimmed()));
     }
     QTRY_VERIFY(!isAlive(result(folder).trimmed()));
@@ -66,8 +69,8 @@ void PythonThreadPosixTest::endsWhatTheCommandHasStarted()
 void PythonThreadPosixTest::canEndRightAfterItsStart()
 {
     for (int round = 0; round < 20; ++round) {
-        CPythonThread thread("/", "sleep 30");
-        thread.start();
+        const auto thread = std::make_unique<CPythonThread>("/", "sleep 30");
+        thread->start();
     }
 }
 

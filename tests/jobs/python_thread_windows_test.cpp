@@ -9,6 +9,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <memory>
+
 class PythonThreadWindowsTest : public QObject
 {
     Q_OBJECT
@@ -37,25 +39,25 @@ QByteArray result(const QTemporaryDir& folder)
 void PythonThreadWindowsTest::startsInItsWorkingDirectory()
 {
     const QTemporaryDir folder;
-    CPythonThread thread("C:/", intoFile(folder, "cd"));
-    thread.start();
+    const auto thread = std::make_unique<CPythonThread>("C:/", intoFile(folder, "cd"));
+    thread->start();
     QTRY_COMPARE(result(folder), QByteArray("C:\\\n"));
 }
 
 void PythonThreadWindowsTest::goesOnAfterTheCommandHasEnded()
 {
     const QTemporaryDir folder;
-    CPythonThread thread("C:/", intoFile(folder, "echo done"));
-    thread.start();
+    const auto thread = std::make_unique<CPythonThread>("C:/", intoFile(folder, "echo done"));
+    thread->start();
     QTRY_COMPARE(result(folder).trimmed(), QByteArray("done"));
-    QVERIFY(!thread.wait(50));
+    QVERIFY(!thread->wait(50));
 }
 
 void PythonThreadWindowsTest::canEndRightAfterItsStart()
 {
     for (int round = 0; round < 3; ++round) {
-        CPythonThread thread("C:/", "pause");
-        thread.start();
+        const auto thread = std::make_unique<CPythonThread>("C:/", "pause");
+        thread->start();
     }
 }
 
