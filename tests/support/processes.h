@@ -14,10 +14,10 @@ bool isAlive(const QByteArray& processId);
 /// Ids of this program's children that have ended and that nobody has waited for.
 QList<QByteArray> zombies();
 
-/// Whether a process has that command line, begun with `program` and holding `argument`: the
-/// program itself, or a copy that it has made of itself to start another. Windows makes no copies,
-/// and who has waited for the program there knows that it has gone: always false.
-bool hasCopies(const QString& program, const QString& argument);
+/// Whether anything is left of a program that has ended: something that it started, or a copy that
+/// it made of itself to start something. POSIX tells it by `argument`, which stands in the command
+/// lines of all of them; Windows by `processId`, which a process keeps of who started it.
+bool isAnythingLeftOf(qint64 processId, const QString& argument);
 
 /// Ends a process that a test has left behind.
 void endProcess(const QByteArray& processId);

@@ -51,15 +51,12 @@ QList<QByteArray> zombies()
     return found;
 }
 
-bool hasCopies(const QString& program, const QString& argument)
+bool isAnythingLeftOf(qint64 /*processId*/, const QString& argument)
 {
     for (const QString& name : QDir(QStringLiteral("/proc")).entryList(QDir::Dirs)) {
         QFile file(QStringLiteral("/proc/%1/cmdline").arg(name));
-        if (file.open(QIODevice::ReadOnly)) {
-            const QByteArray command = file.readAll();
-            if (command.startsWith(program.toUtf8()) && command.contains(argument.toUtf8())) {
-                return true;
-            }
+        if (file.open(QIODevice::ReadOnly) && file.readAll().contains(argument.toUtf8())) {
+            return true;
         }
     }
     return false;

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include <tlhelp32.h>
+
 namespace {
 
 /// A handle on the process of that id, null where there is none.
@@ -35,9 +37,19 @@ QList<QByteArray> zombies()
     return {};
 }
 
-bool hasCopies(const QString& /*program*/, const QString& /*argument*/)
+bool isAnythingLeftOf(qint64 processId, const QString& /*argument*/)
 {
-    return false;
+    const HANDLE snapshot = ::CreateToolhelp32Snapshot(TH32CS_SNAPPROCESS, 0);
+    PROCESSENTRY32W entry = {};
+    entry.dwSize = sizeof entry;
+    bool found = false;
+    for (BOOL more = ::Process32FirstW(snapshot, &entry); more != 0 && !found;
+         more = ::Process32NextW(snapshot, &entry)) {
+        found = entry.th32ParentProcessID == DWORD(processId) &&
+                isAlive(QByteArray::number(quint32(entry.th32ProcessID)));
+    }
+    ::CloseHandle(snapshot);
+    return found;
 }
 
 void endProcess(const QByteArray& processId)
